@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "Velmora/Platform/Geometry.h"
+#include "Velmora/Platform/Image.h"
+#include "Velmora/Platform/RecognizedText.h"
+
+namespace velmora {
+
+/// One recognised line: its box in normalised image coordinates (0…1, origin at the bottom left)
+/// and its readings, the best first.
+struct TextObservation {
+    Rect boundingBox;
+    std::vector<RecognizedText::Pointer> candidates;
+};
+
+/// Reads Chinese text in pictures. Used on the extraction queue.
+class TextRecognizer {
+  public:
+    virtual ~TextRecognizer() = default;
+
+    /// The lines of a picture with at most `candidateLimit` readings each; nothing where
+    /// recognition failed or is not there. `pointOfInterest` (pixels, origin at the top left) is a
+    /// hint: lines near it are read first and most carefully, the others may be left out.
+    virtual std::optional<std::vector<TextObservation>> recognize(
+        const Image& image, std::optional<Point> pointOfInterest, int candidateLimit) = 0;
+};
+
+}  // namespace velmora

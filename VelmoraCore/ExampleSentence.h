@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+
+#include "VelmoraCore/Uuid.h"
+
+namespace velmora {
+
+/// A sentence that shows an entry in use.
+struct ExampleSentence {
+    Uuid id = Uuid::random();
+    std::string hanzi;
+    std::string pinyin;  ///< The whole sentence in tone-marked pinyin.
+    std::string english;
+
+    bool operator==(const ExampleSentence&) const = default;
+};
+
+}  // namespace velmora

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "VelmoraCore/DictionaryEntry.h"
+#include "VelmoraCore/MatchedTextRange.h"
+
+namespace velmora {
+
+/// The answer to one lookup.
+struct LookupResult {
+    DictionaryEntry entry;    ///< The entry shown first.
+    MatchedTextRange range;   ///< Where the word lies in the looked-up text, in characters.
+    std::string matchedText;  ///< The matched characters exactly as they stand in the text.
+    std::vector<DictionaryEntry> characterBreakdown;  ///< One per character that has an entry.
+    std::vector<DictionaryEntry> alternatives;        ///< The headword's other entries.
+
+    bool operator==(const LookupResult&) const = default;
+};
+
+}  // namespace velmora

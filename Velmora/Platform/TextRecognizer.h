@@ -27,6 +27,19 @@ class TextRecognizer {
     /// hint: lines near it are read first and most carefully, the others may be left out.
     virtual std::optional<std::vector<TextObservation>> recognize(
         const Image& image, std::optional<Point> pointOfInterest, int candidateLimit) = 0;
+
+    /// Looks once more at the lines of an earlier answer because the pointer now rests at another
+    /// place of the same picture. Answers the lines as they are to be taken at that place: read
+    /// more carefully, read for the first time, or without candidates where nothing trustworthy
+    /// stands. `image` is the picture they came from (empty where it was too large to keep),
+    /// `pointOfInterest` its pixel under the pointer. A recogniser that reads every line equally
+    /// well wherever the pointer is hands the lines back unchanged, as this default does; nothing
+    /// where the second look failed, and then no line is trusted.
+    virtual std::optional<std::vector<TextObservation>> verify(
+        const Image& /*image*/, const std::vector<TextObservation>& lines,
+        Point /*pointOfInterest*/, int /*candidateLimit*/) {
+        return lines;
+    }
 };
 
 }  // namespace velmora

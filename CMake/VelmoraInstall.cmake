@@ -1,0 +1,18 @@
+# SPDX-License-Identifier: MIT
+# Where the parts go on a system. The core is told the bundle's place by the executable's own.
+include(GNUInstallDirs)
+
+foreach(program velmora velmora-app)
+    if(TARGET ${program})
+        install(TARGETS ${program} RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+    endif()
+endforeach()
+install(DIRECTORY "${VELMORA_BUNDLE_FOLDER}" DESTINATION "${CMAKE_INSTALL_DATADIR}/velmora")
+install(FILES LICENSE DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+install(FILES Documentation/Attribution.md DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+install(FILES Packaging/velmora.1 DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
+install(FILES Packaging/completions/velmora.bash
+        DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions" RENAME velmora)
+install(FILES Packaging/completions/_velmora DESTINATION "${CMAKE_INSTALL_DATADIR}/zsh/site-functions")
+install(FILES Packaging/completions/velmora.fish
+        DESTINATION "${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d")

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+#include "Tests/Support/VirtualDesktop/VirtualDesktop.h"
+
+#include <gtest/gtest.h>
+#include <signal.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <optional>
+
+namespace velmora::test {
+namespace {
+
+TEST(VirtualDesktop, startsAProgramAndShowsItsWindow) {
+    VirtualDesktop desktop;
+    const auto file = desktop.writeFile("text.txt", "你好，世界\n");
+    ChildProcess& editor = desktop.launch({"mousepad", file.string()});
+    const VirtualDesktop::Window window = desktop.waitForWindowOf(editor);
+    EXPECT_TRUE(editor.owns(window.processId));
+    desktop.placeWindow(window.id, {200, 120, 700, 400});
+    const Image image = desktop.settledScreenshot({200, 120, 700, 400});
+    EXPECT_EQ(image.width(), 700);
+    EXPECT_NE(window.title.find("text.txt"), std::string::npos) << window.title;
+}
+
+TEST(VirtualDesktop, leavesNothingBehind) {
+    std::filesystem::path folder;
+    pid_t program = 0;
+    {
+        VirtualDesktop desktop;
+        folder = desktop.folder();
+        ChildProcess& sleeper = desktop.launch({"sh", "-c", "sleep 1000 & exec sleep 1000"});
+        program = sleeper.pid();
+        sleeper.signalAll(SIGSTOP);
+        ASSERT_EQ(::kill(program, 0), 0);
+    }
+    EXPECT_EQ(::kill(program, 0), -1);
+    EXPECT_FALSE(std::filesystem::exists(folder));
+}
+
+TEST(VirtualDesktop, switchesTheAccessibilityBusOn) {
+    VirtualDesktop desktop;
+    const std::string reply = desktop.run(
+        {"dbus-send", "--session", "--print-reply", "--dest=org.a11y.Bus", "/org/a11y/bus",
+         "org.freedesktop.DBus.Properties.Get", "string:org.a11y.Status", "string:IsEnabled"});
+    EXPECT_NE(reply.find("boolean true"), std::string::npos) << reply;
+}
+
+TEST(VirtualDesktop, givesItsVariablesToTheTestAndTakesThemBack) {
+    const char* display = std::getenv("DISPLAY");
+    const std::optional<std::string> before =
+        display == nullptr ? std::nullopt : std::optional<std::string>(display);
+    {
+        VirtualDesktop desktop;
+        desktop.enter();
+        EXPECT_EQ(std::getenv("DISPLAY"), desktop.display());
+        EXPECT_EQ(std::getenv("DBUS_SESSION_BUS_ADDRESS"), desktop.sessionBusAddress());
+    }
+    display = std::getenv("DISPLAY");
+    EXPECT_EQ(before, display == nullptr ? std::nullopt : std::optional<std::string>(display));
+}
+
+TEST(VirtualDesktop, saysWhichProgramIsMissing) {
+    VirtualDesktop desktop({.windowManager = false, .accessibility = false, .serverArguments = {}});
+    try {
+        desktop.launch({"no-such-program-anywhere"});
+        FAIL();
+    } catch (const std::runtime_error& error) {
+        EXPECT_NE(std::string(error.what()).find("no-such-program-anywhere"), std::string::npos);
+    }
+}
+
+}  // namespace
+}  // namespace velmora::test

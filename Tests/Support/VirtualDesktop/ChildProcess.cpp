@@ -1,0 +1,214 @@
+// SPDX-License-Identifier: MIT
+#include "Tests/Support/VirtualDesktop/ChildProcess.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <signal.h>
+#include <sys/prctl.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <fstream>
+#include <stdexcept>
+
+namespace velmora::test {
+
+namespace {
+
+/// The parent process and the session of a running process, from /proc.
+struct ProcessLine {
+    pid_t parent = -1;
+    pid_t session = -1;
+};
+
+std::optional<ProcessLine> processLine(pid_t pid) {
+    std::ifstream file("/proc/" + std::to_string(pid) + "/stat");
+    std::string line;
+    if (!std::getline(file, line)) {
+        return std::nullopt;
+    }
+    // The name in parentheses may itself hold blanks and parentheses.
+    const std::size_t end = line.rfind(')');
+    if (end == std::string::npos) {
+        return std::nullopt;
+    }
+    char state = 0;
+    int parent = -1;
+    int group = -1;
+    int session = -1;
+    if (std::sscanf(line.c_str() + end + 1, " %c %d %d %d", &state, &parent, &group, &session) !=
+            4 ||
+        state == 'Z') {
+        return std::nullopt;
+    }
+    return ProcessLine{parent, session};
+}
+
+std::vector<pid_t> allProcesses() {
+    std::vector<pid_t> pids;
+    std::error_code error;
+    for (const auto& entry : std::filesystem::directory_iterator("/proc", error)) {
+        const std::string name = entry.path().filename().string();
+        if (name.find_first_not_of("0123456789") == std::string::npos) {
+            pids.push_back(std::stoi(name));
+        }
+    }
+    return pids;
+}
+
+std::vector<char*> pointers(std::vector<std::string>& texts) {
+    std::vector<char*> result;
+    result.reserve(texts.size() + 1);
+    for (std::string& text : texts) {
+        result.push_back(text.data());
+    }
+    result.push_back(nullptr);
+    return result;
+}
+
+std::optional<int> statusOf(int raw) {
+    return WIFEXITED(raw) ? WEXITSTATUS(raw) : 128 + WTERMSIG(raw);
+}
+
+}  // namespace
+
+ChildProcess::ChildProcess(const Options& options) {
+    if (options.command.empty()) {
+        throw std::runtime_error("no program given");
+    }
+    std::vector<std::string> arguments = options.command;
+    std::vector<std::string> variables;
+    for (const auto& [name, value] : options.environment) {
+        variables.push_back(name + "=" + value);
+    }
+    std::vector<char*> argumentPointers = pointers(arguments);
+    std::vector<char*> variablePointers = pointers(variables);
+    // Programs that outlive the one that started them come to this process and are found there.
+    prctl(PR_SET_CHILD_SUBREAPER, 1);
+    int report[2];
+    if (pipe2(report, O_CLOEXEC) != 0) {
+        throw std::runtime_error("no pipe");
+    }
+    pid_ = fork();
+    if (pid_ == 0) {
+        setsid();
+        prctl(PR_SET_PDEATHSIG, SIGKILL);
+        const int input = open("/dev/null", O_RDONLY);
+        dup2(input, STDIN_FILENO);
+        const std::string output =
+            options.outputFile.empty() ? "/dev/null" : options.outputFile.string();
+        const int log = open(output.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
+        dup2(log, STDOUT_FILENO);
+        dup2(log, STDERR_FILENO);
+        if (options.readyFd >= 0) {
+            fcntl(options.readyFd, F_SETFD, 0);
+        }
+        if (!options.workingFolder.empty() && chdir(options.workingFolder.c_str()) != 0) {
+            _exit(127);
+        }
+        execvpe(argumentPointers[0], argumentPointers.data(), variablePointers.data());
+        const int code = errno;
+        [[maybe_unused]] const ssize_t sent = write(report[1], &code, sizeof code);
+        _exit(127);
+    }
+    close(report[1]);
+    int code = 0;
+    const ssize_t got = pid_ < 0 ? 0 : read(report[0], &code, sizeof code);
+    close(report[0]);
+    if (pid_ < 0 || got > 0) {
+        kill();
+        throw std::runtime_error("cannot start " + options.command.front() + ": " +
+                                 std::strerror(code));
+    }
+}
+
+ChildProcess::~ChildProcess() {
+    kill();
+}
+
+bool ChildProcess::owns(pid_t pid) const {
+    for (int depth = 0; pid > 1 && depth < 64; ++depth) {
+        if (pid == pid_) {
+            return true;
+        }
+        const std::optional<ProcessLine> line = processLine(pid);
+        if (!line) {
+            return false;
+        }
+        if (line->session == pid_) {
+            return true;
+        }
+        pid = line->parent;
+    }
+    return false;
+}
+
+bool ChildProcess::isRunning() {
+    return !waitForExit(std::chrono::milliseconds(0)).has_value();
+}
+
+std::optional<int> ChildProcess::waitForExit(std::chrono::milliseconds timeout) {
+    if (exitStatus_ || pid_ < 0) {
+        return exitStatus_;
+    }
+    const int handle = static_cast<int>(syscall(SYS_pidfd_open, pid_, 0));
+    pollfd waiting{handle, POLLIN, 0};
+    if (handle >= 0) {
+        poll(&waiting, 1, static_cast<int>(timeout.count()));
+        close(handle);
+    }
+    int raw = 0;
+    if (waitpid(pid_, &raw, WNOHANG) == pid_) {
+        exitStatus_ = statusOf(raw);
+    }
+    return exitStatus_;
+}
+
+std::vector<pid_t> ChildProcess::members() const {
+    std::vector<pid_t> result;
+    for (const pid_t pid : allProcesses()) {
+        if (owns(pid)) {
+            result.push_back(pid);
+        }
+    }
+    return result;
+}
+
+void ChildProcess::signalAll(int signal) const {
+    for (const pid_t pid : members()) {
+        ::kill(pid, signal);
+    }
+}
+
+void ChildProcess::kill() {
+    if (pid_ < 0) {
+        return;
+    }
+    // A member may start another one between the listing and the signal, hence the rounds.
+    for (std::vector<pid_t> left = members(); !left.empty(); left = members()) {
+        for (const pid_t pid : left) {
+            ::kill(pid, SIGKILL);
+        }
+        for (const pid_t pid : left) {
+            const int handle = static_cast<int>(syscall(SYS_pidfd_open, pid, 0));
+            pollfd waiting{handle, POLLIN, 0};
+            if (handle >= 0) {
+                poll(&waiting, 1, 2000);
+                close(handle);
+            }
+            int raw = 0;
+            if (waitpid(pid, &raw, WNOHANG) == pid && pid == pid_ && !exitStatus_) {
+                exitStatus_ = statusOf(raw);
+            }
+        }
+    }
+    int raw = 0;
+    if (!exitStatus_ && waitpid(pid_, &raw, 0) == pid_) {
+        exitStatus_ = statusOf(raw);
+    }
+}
+
+}  // namespace velmora::test

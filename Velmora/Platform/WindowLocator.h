@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 
 #include "Velmora/Platform/Geometry.h"
 
@@ -16,6 +17,7 @@ struct WindowInfo {
     Rect nativeFrame;             ///< With the window manager's decoration.
     Rect nativeClient;            ///< What the program draws, its own shadow margins included.
     Rect nativeShadow;            ///< The margins left, top, right (as width), bottom (as height).
+    std::string title;  ///< UTF-8, empty where there is none; tells windows of one place apart.
 
     bool operator==(const WindowInfo&) const = default;
 };

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "Velmora/TextCapture/CapturedImage.h"
+#include "Velmora/TextCapture/DetectedTextRecropper.h"
+#include "Velmora/TextCapture/RecognizedRegion.h"
+#include "Velmora/TextCapture/RegionRecognizer.h"
+#include "Velmora/TextCapture/TracedAttempt.h"
+
+namespace velmora {
+
+/// Captures the screen around one point from small to large until a recognised region is good
+/// enough. Made for one run; extraction queue.
+class CaptureSequence {
+  public:
+    /// All of these must outlive the sequence.
+    CaptureSequence(const CaptureFunction& capture, const RegionRecognizer& recognizer,
+                    const DetectedTextRecropper& recropper,
+                    const ExtractorConfiguration& configuration, const Tracing& tracing);
+
+    /// The first region that is accepted, else the last one with something usable at the pointer
+    /// (capture space), else nothing.
+    std::optional<RecognizedRegion> recognizeRegion(Point pointer);
+
+  private:
+    std::optional<RecognizedRegion> captured(const std::vector<Size>& sizes, Point pointer);
+    std::optional<RecognizedRegion> capturedOnce(Size size, Point pointer);
+    std::optional<RecognizedRegion> reexamined(Point pointer);
+    std::optional<RecognizedRegion> accepted(const RecognizedRegion& region, Point pointer,
+                                             TracedAttempt& attempt);
+
+    const CaptureFunction& capture_;
+    const RegionRecognizer& recognizer_;
+    const DetectedTextRecropper& recropper_;
+    const ExtractorConfiguration& configuration_;
+    Tracing tracing_;
+    std::vector<CapturedImage> captures_;
+    std::optional<RecognizedRegion> lineFallbackRegion_;
+};
+
+}  // namespace velmora

@@ -176,8 +176,8 @@ def pinned(cache: Path) -> Path:
 
 def latest(cache: Path, url: str) -> Path:
     say(f"==> Fetching the current word list from {url}")
-    request = urllib.request.Request(url, headers={"User-Agent": "velmora-fetch-dictionary"})
     try:
+        request = urllib.request.Request(url, headers={"User-Agent": "velmora-fetch-dictionary"})
         with urllib.request.urlopen(request, timeout=SOCKET_TIMEOUT) as response:
             stated = response.headers.get("Content-Length")
             if stated is not None and stated.isdigit() and int(stated) > MAXIMUM_DOWNLOAD:

@@ -31,12 +31,14 @@ struct DictionaryEntry {
     DictionaryEntry(std::string simplifiedHeadword, std::string traditionalHeadword,
                     std::string numberedReading, std::vector<EntryDefinition> senses,
                     std::vector<ExampleSentence> sentences = {},
-                    std::optional<long long> level = std::nullopt, Uuid identifier = Uuid::random());
+                    std::optional<long long> level = std::nullopt,
+                    Uuid identifier = Uuid::random());
 
     /// The distinct headword texts, in no promised order; one element where both scripts agree.
     std::set<std::string> headwordVariants() const;
 
-    bool operator==(const DictionaryEntry&) const = default;
+    /// Member by member; texts are equal under canonical equivalence.
+    bool operator==(const DictionaryEntry& other) const;
 };
 
 }  // namespace velmora

@@ -15,7 +15,8 @@ struct EntryDefinition {
     std::optional<std::string> partOfSpeech;  ///< A short label such as "v.", where there is one.
     std::vector<std::string> glosses;         ///< English, in dictionary order.
 
-    bool operator==(const EntryDefinition&) const = default;
+    /// Member by member; texts are equal under canonical equivalence.
+    bool operator==(const EntryDefinition& other) const;
 };
 
 }  // namespace velmora

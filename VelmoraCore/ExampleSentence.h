@@ -14,7 +14,8 @@ struct ExampleSentence {
     std::string pinyin;  ///< The whole sentence in tone-marked pinyin.
     std::string english;
 
-    bool operator==(const ExampleSentence&) const = default;
+    /// Member by member; texts are equal under canonical equivalence.
+    bool operator==(const ExampleSentence& other) const;
 };
 
 }  // namespace velmora

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "VelmoraCore/CharacterText.h"
 #include "VelmoraCore/DictionaryStore.h"
 #include "VelmoraCore/LookupResult.h"
 
@@ -20,7 +21,12 @@ class LookupEngine {
     /// The longest word that covers the character at the offset (in grapheme clusters of the UTF-8
     /// text). Nothing outside the text, on a character that is not Chinese, or where no word is
     /// known.
-    std::optional<LookupResult> lookup(std::string_view text, long long hoveredCharacterOffset) const;
+    std::optional<LookupResult> lookup(std::string_view text,
+                                       long long hoveredCharacterOffset) const;
+
+    /// The same for a text that is split already.
+    std::optional<LookupResult> lookup(const CharacterText& text,
+                                       long long hoveredCharacterOffset) const;
 
     /// The words of a whole text from left to right, greedy. Results may overlap where the word
     /// that covers a position begins before it.
@@ -30,6 +36,8 @@ class LookupEngine {
     std::vector<DictionaryEntry> entries(std::string_view headword) const;
 
   private:
+    std::optional<LookupResult> lookupCharacter(std::string_view character, long long offset) const;
+
     std::shared_ptr<const DictionaryStore> store_;
 };
 

@@ -17,7 +17,8 @@ struct LookupResult {
     std::vector<DictionaryEntry> characterBreakdown;  ///< One per character that has an entry.
     std::vector<DictionaryEntry> alternatives;        ///< The headword's other entries.
 
-    bool operator==(const LookupResult&) const = default;
+    /// Member by member; texts are equal under canonical equivalence.
+    bool operator==(const LookupResult& other) const;
 };
 
 }  // namespace velmora

@@ -19,7 +19,8 @@ class OCRTextCorrector {
         long long referenceIndex = 0;
         MatchedTextRange characterRange;  ///< Characters of that reference, half-open.
 
-        bool operator==(const Alignment&) const = default;
+        /// Member by member; texts are equal under canonical equivalence.
+        bool operator==(const Alignment& other) const;
     };
 
     /// The best place of the line in the references, or nothing where none is close enough.

@@ -13,7 +13,8 @@ struct PinyinSyllable {
     std::string marked;    ///< With its tone mark: "zhōng".
     PinyinTone tone = PinyinTone::neutral;
 
-    bool operator==(const PinyinSyllable&) const = default;
+    /// Member by member; texts are equal under canonical equivalence.
+    bool operator==(const PinyinSyllable& other) const;
 };
 
 }  // namespace velmora

@@ -17,6 +17,9 @@ struct Uuid {
     /// A fresh random identifier (version 4). Safe to call from any thread.
     static Uuid random();
 
+    /// A version 4 identifier made of 122 of these bits, which the caller has from a random source.
+    static Uuid fromRandomBits(std::uint64_t high, std::uint64_t low);
+
     /// Reads the canonical 36-character form, upper or lower case; nothing for any other text.
     static std::optional<Uuid> parse(std::string_view text);
 

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+
+#include "Velmora/Platform/AccessibilitySystem.h"
+#include "Velmora/Platform/ApplicationShell.h"
+#include "Velmora/Platform/Compositor.h"
+#include "Velmora/Platform/DesktopAppearance.h"
+#include "Velmora/Platform/EventMonitor.h"
+#include "Velmora/Platform/ScreenCapture.h"
+#include "Velmora/Platform/ScreenGeometrySource.h"
+#include "Velmora/Platform/Screens.h"
+#include "Velmora/Platform/SystemPermissions.h"
+#include "Velmora/Platform/TextRecognizer.h"
+#include "Velmora/Platform/TextRectangleDetector.h"
+#include "Velmora/Platform/WindowLocator.h"
+
+namespace velmora {
+
+/// The desktop as the rest of the program sees it. Every member is there; what this desktop cannot
+/// give is of the unavailable kind.
+struct PlatformBackends {
+    std::shared_ptr<ScreenGeometrySource> screenGeometry;
+    std::shared_ptr<Screens> screens;
+    std::shared_ptr<EventMonitor> events;
+    std::shared_ptr<WindowLocator> windows;
+    std::shared_ptr<ScreenCapture> screenCapture;
+    std::shared_ptr<Compositor> compositor;
+    std::shared_ptr<DesktopAppearance> appearance;
+    std::shared_ptr<ApplicationShell> shell;
+    std::shared_ptr<AccessibilitySystem> accessibility;
+    std::shared_ptr<SystemPermissions> permissions;
+    std::shared_ptr<TextRecognizer> textRecognizer;
+    std::shared_ptr<TextRectangleDetector> textRectangleDetector;
+};
+
+}  // namespace velmora

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#include "Velmora/Platform/Loader/PlatformChoice.h"
+
+#include <string_view>
+
+namespace velmora {
+
+std::optional<PlatformChoice> PlatformChoice::fromEnvironment(const Environment& environment) {
+    constexpr std::string_view recorded = "recorded:";
+    const std::string wanted = environment("VELMORA_PLATFORM").value_or(std::string());
+    if (wanted == "x11") {
+        return PlatformChoice{Kind::x11, {}};
+    }
+    if (wanted == "wayland") {
+        return PlatformChoice{Kind::wayland, {}};
+    }
+    if (wanted.starts_with(recorded) && wanted.size() > recorded.size()) {
+        return PlatformChoice{Kind::recorded, wanted.substr(recorded.size())};
+    }
+    if (!wanted.empty()) {
+        return std::nullopt;
+    }
+    const bool wayland = environment("XDG_SESSION_TYPE") == "wayland";
+    return PlatformChoice{wayland ? Kind::wayland : Kind::x11, {}};
+}
+
+}  // namespace velmora

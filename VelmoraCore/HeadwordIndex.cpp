@@ -54,7 +54,7 @@ HeadwordIndex::HeadwordIndex(std::size_t expectedHeadwords)
 }
 
 HeadwordIndex::Node HeadwordIndex::child(Node parent, CharacterKey key) const {
-    const Slot* const all = slots();
+    const Slot* const all = slotTable();
     for (std::size_t at = place(parent, key);; at = (at + 1) & (capacity_ - 1)) {
         const Slot& slot = all[at];
         if (slot.key == key && slot.parent == parent && slot.longest != 0) {
@@ -72,14 +72,14 @@ HeadwordIndex::Node HeadwordIndex::firstNode(CharacterKey key) const {
 
 HeadwordIndex::Node HeadwordIndex::addNode(Node parent, CharacterKey key) {
     std::size_t at = place(parent, key);
-    while (slots()[at].longest != 0) {
-        if (slots()[at].key == key && slots()[at].parent == parent) {
+    while (slotTable()[at].longest != 0) {
+        if (slotTable()[at].key == key && slotTable()[at].parent == parent) {
             return static_cast<Node>(at);
         }
         at = (at + 1) & (capacity_ - 1);
     }
     const auto node = static_cast<Node>(at);
-    slots()[at] = {parent, key, 0, 1};
+    slotTable()[at] = {parent, key, 0, 1};
     created_.push_back(node);
     if (parent == root && key < directKeys) {
         first_[key] = node;
@@ -97,8 +97,8 @@ void HeadwordIndex::grow() {
     for (const Node from : std::exchange(created_, {})) {
         const Node parent = old[from].parent == root ? root : moved[old[from].parent];
         moved[from] = addNode(parent, old[from].key);
-        slots()[moved[from]].lastPosting = old[from].lastPosting;
-        slots()[moved[from]].longest = old[from].longest;
+        slotTable()[moved[from]].lastPosting = old[from].lastPosting;
+        slotTable()[moved[from]].longest = old[from].longest;
     }
     for (Path& path : paths_) {
         for (Node& node : path.nodes) {
@@ -144,14 +144,14 @@ HeadwordIndex::Node HeadwordIndex::addHeadword(std::string_view headword, Path& 
         path.nodes.push_back(addNode(depth == 0 ? root : path.nodes.back(), current_[depth]));
     }
     for (const Node node : path.nodes) {
-        std::uint32_t& longest = slots()[node].longest;
+        std::uint32_t& longest = slotTable()[node].longest;
         longest = std::max(longest, static_cast<std::uint32_t>(length));
     }
     return path.nodes.back();
 }
 
 void HeadwordIndex::addPosting(Node node, std::uint32_t posting) {
-    std::uint32_t& last = slots()[node].lastPosting;
+    std::uint32_t& last = slotTable()[node].lastPosting;
     if (last == 0) {
         next_[posting] = posting;
     } else {
@@ -180,7 +180,7 @@ void HeadwordIndex::add(std::string_view traditional, std::string_view simplifie
 void HeadwordIndex::finish() {
     for (std::size_t key = 0; key < directKeys; ++key) {
         if (first_[key] != root) {
-            longestFrom_[key] = static_cast<std::uint16_t>(slots()[first_[key]].longest);
+            longestFrom_[key] = static_cast<std::uint16_t>(slotTable()[first_[key]].longest);
         }
     }
     created_ = {};
@@ -197,12 +197,12 @@ std::optional<HeadwordIndex::Node> HeadwordIndex::find(const CharacterText& head
             return std::nullopt;
         }
     }
-    return node != root && slots()[node].lastPosting != 0 ? std::optional(node) : std::nullopt;
+    return node != root && slotTable()[node].lastPosting != 0 ? std::optional(node) : std::nullopt;
 }
 
 std::optional<HeadwordIndex::Node> HeadwordIndex::findCharacter(std::string_view character) const {
     const Node node = firstNode(keys_.find(character));
-    return node != root && slots()[node].lastPosting != 0 ? std::optional(node) : std::nullopt;
+    return node != root && slotTable()[node].lastPosting != 0 ? std::optional(node) : std::nullopt;
 }
 
 std::optional<HeadwordIndex::Occurrence> HeadwordIndex::longestCovering(
@@ -220,7 +220,7 @@ std::optional<HeadwordIndex::Occurrence> HeadwordIndex::longestCovering(
         }
         Node node = firstNode(key);
         for (std::size_t end = start + 1; node != root; ++end) {
-            const Slot& slot = slots()[node];
+            const Slot& slot = slotTable()[node];
             if (end - start >= needed && slot.lastPosting != 0) {
                 best = {node, start, end};
                 needed = end - start + 1;

@@ -58,12 +58,12 @@ class HeadwordIndex {
                                               std::size_t position) const;
 
     /// The number of the first entry under a headword.
-    std::size_t firstEntry(Node node) const { return next_[slots()[node].lastPosting - 1] / 2; }
+    std::size_t firstEntry(Node node) const { return next_[slotTable()[node].lastPosting - 1] / 2; }
 
     /// Calls `visit` with the number of every entry under a headword, in order.
     template <typename Visit>
     void forEachEntry(Node node, Visit visit) const {
-        const std::uint32_t last = slots()[node].lastPosting - 1;
+        const std::uint32_t last = slotTable()[node].lastPosting - 1;
         std::uint32_t posting = last;
         do {
             posting = next_[posting];
@@ -91,8 +91,8 @@ class HeadwordIndex {
     static constexpr Node root = 0xFFFFFFFF;
     static constexpr std::size_t directKeys = 0x10000;
 
-    const Slot* slots() const { return static_cast<const Slot*>(table_.data()); }
-    Slot* slots() { return static_cast<Slot*>(table_.data()); }
+    const Slot* slotTable() const { return static_cast<const Slot*>(table_.data()); }
+    Slot* slotTable() { return static_cast<Slot*>(table_.data()); }
     std::size_t place(Node parent, CharacterKey key) const {
         const std::uint64_t pair = std::uint64_t{parent} << 32 | key;
         return static_cast<std::size_t>(pair * 0x9E3779B97F4A7C15U >> shift_);

@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: MIT
+// The composition root: makes every part of the program and hands it to those that use it.
+#include <QGuiApplication>
+#include <QQuickWindow>
+#include <cstdio>
+#include <cstdlib>
+#include <future>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Velmora/CommandLine/Application/ApplicationCommands.h"
+#include "Velmora/Coordination/AppModel.h"
+#include "Velmora/Coordination/SingleInstanceGuard.h"
+#include "Velmora/Coordination/Unavailable/UnavailableHighlight.h"
+#include "Velmora/Coordination/Unavailable/UnavailableLaunchFlash.h"
+#include "Velmora/Coordination/Unavailable/UnavailableOnboarding.h"
+#include "Velmora/Coordination/Unavailable/UnavailablePopover.h"
+#include "Velmora/Coordination/Unavailable/UnavailableSettings.h"
+#include "Velmora/Coordination/Unavailable/UnavailableSoftwareUpdates.h"
+#include "Velmora/Coordination/Unavailable/UnavailableSpeech.h"
+#include "Velmora/Coordination/Unavailable/UnavailableStatusBar.h"
+#include "Velmora/Diagnostics/InertAnalytics.h"
+#include "Velmora/Diagnostics/QALog.h"
+#include "Velmora/Platform/Linux/ClipboardPasteboard.h"
+#include "Velmora/Platform/Linux/EventLoopMainQueue.h"
+#include "Velmora/Platform/Linux/Logging.h"
+#include "Velmora/Platform/Linux/RemoteControlService.h"
+#include "Velmora/Platform/Linux/SerialWorkerQueue.h"
+#include "Velmora/Platform/Linux/SettingsFile.h"
+#include "Velmora/Platform/Linux/SystemClock.h"
+#include "Velmora/Platform/Linux/TerminationSignals.h"
+#include "Velmora/Platform/Linux/XdgPaths.h"
+#include "Velmora/Platform/Loader/PlatformLoader.h"
+#include "Velmora/TextCapture/AccessibilityTextExtractor.h"
+#include "VelmoraCore/BundledDictionary.h"
+#include "VelmoraCore/resource_bundle_accessor.h"
+
+namespace velmora {
+namespace {
+
+std::optional<std::string> environmentVariable(const char* name) {
+    const char* const value = std::getenv(name);
+    return value != nullptr ? std::optional<std::string>(value) : std::nullopt;
+}
+
+/// The word list is read while the toolkit starts.
+std::future<std::shared_ptr<const DictionaryStore>> loadDictionary() {
+    // Without its folder the program ends here, on the main thread.
+    ResourceBundle::module();
+    return std::async(std::launch::async, [] { return BundledDictionary::store(); });
+}
+
+/// Every part of the running program, in the order in which they are made; they go in reverse.
+class Application {
+  public:
+    Application(const PlatformChoice& choice, LookupEngine engine)
+        : backends_(loadPlatform(choice)), engine_(std::move(engine)) {}
+
+  private:
+    ExtractionServices extractionServices() const {
+        return {.accessibility = backends_.accessibility,
+                .screenCapture = backends_.screenCapture,
+                .textRecognizer = backends_.textRecognizer,
+                .textRectangleDetector = backends_.textRectangleDetector,
+                .screens = backends_.screens,
+                .clock = clock_,
+                .queue = extractionQueue_,
+                .mainQueue = mainQueue_};
+    }
+
+    AppModelServices modelServices() {
+        return {.settings = settings_,
+                .clock = *clock_,
+                .mainQueue = *mainQueue_,
+                .events = *backends_.events,
+                .screens = *backends_.screens,
+                .permissions = *backends_.permissions,
+                .pasteboard = pasteboard_,
+                .shell = *backends_.shell,
+                .textExtractor = *extractor_,
+                .lookupEngine = engine_,
+                .popover = popover_,
+                .highlight = highlight_,
+                .launchFlash = launchFlash_,
+                .onboarding = onboarding_,
+                .statusBar = statusBar_,
+                .speech = speech_,
+                .softwareUpdates = softwareUpdates_,
+                .analytics = analytics_,
+                .qaLog = qaLog_};
+    }
+
+    RemoteControlActions remoteControlActions() {
+        return {.showSettings = [this] { settingsWindow_.showSettings(); },
+                .showOnboarding = [this] { model_.presentOnboarding(false); },
+                .toggleHoverLookup =
+                    [this] {
+                        model_.setHoverLookupEnabled(!model_.hoverLookupEnabled());
+                        return model_.hoverLookupEnabled();
+                    },
+                .diagnostics = [this] { return model_.lookupDiagnostics(); },
+                .quit = [this] { backends_.shell->terminate(); }};
+    }
+
+    static QALog::Configuration qaLogConfiguration() {
+        return QALog::Configuration::fromEnvironment(environmentVariable, xdg::dataHome());
+    }
+
+    static std::unique_ptr<SerialQueue> makeQueue(const std::string& label) {
+        return std::make_unique<SerialWorkerQueue>(label);
+    }
+
+    static constexpr const char* notYet = "not part of this build";
+
+    std::shared_ptr<SystemClock> clock_ = std::make_shared<SystemClock>();
+    std::shared_ptr<EventLoopMainQueue> mainQueue_ = std::make_shared<EventLoopMainQueue>();
+    std::shared_ptr<SerialWorkerQueue> extractionQueue_ =
+        std::make_shared<SerialWorkerQueue>(ExtractionServices::queueLabel);
+    PlatformBackends backends_;
+    SettingsFile settings_{SettingsFile::standardPath()};
+    ClipboardPasteboard pasteboard_;
+    QALog qaLog_{qaLogConfiguration(), *clock_, makeQueue};
+    InertAnalytics analytics_{settings_};
+    UnavailableSpeech speech_{notYet};
+    UnavailableSoftwareUpdates softwareUpdates_{notYet};
+    LookupEngine engine_;
+    std::shared_ptr<AccessibilityTextExtractor> extractor_ =
+        AccessibilityTextExtractor::create(extractionServices());
+    UnavailablePopover popover_{notYet};
+    UnavailableHighlight highlight_{notYet};
+    UnavailableLaunchFlash launchFlash_{notYet};
+    UnavailableOnboarding onboarding_{notYet};
+    UnavailableSettings settingsWindow_{notYet};
+    UnavailableStatusBar statusBar_{notYet};
+    AppModel model_{modelServices()};
+    RemoteControlService remoteControl_{remoteControlActions()};
+    TerminationSignals signals_{[this] { backends_.shell->terminate(); }};
+};
+
+int runApplication(int& argumentCount, char** arguments) {
+    SingleInstanceGuard guard(xdg::dataHome());
+    if (!guard.acquire()) {
+        return EXIT_SUCCESS;
+    }
+    constexpr int cannotStart = 2;
+    const auto choice = PlatformChoice::fromEnvironment(environmentVariable);
+    if (!choice) {
+        std::fputs("velmora: VELMORA_PLATFORM must be x11, wayland or recorded:FOLDER\n", stderr);
+        return cannotStart;
+    }
+    if (const auto obstacle = preparePlatform(*choice)) {
+        std::fprintf(stderr, "velmora: %s\n", obstacle->c_str());
+        return cannotStart;
+    }
+    auto dictionary = loadDictionary();
+    installLogging();
+    qputenv("QSG_RENDER_LOOP", "basic");
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    QGuiApplication::setDesktopFileName(QStringLiteral("com.velmora.Velmora"));
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    const QGuiApplication application(argumentCount, arguments);
+    QGuiApplication::setApplicationName(QStringLiteral("Velmora"));
+    const Application parts(*choice, LookupEngine(dictionary.get()));
+    return QGuiApplication::exec();
+}
+
+}  // namespace
+}  // namespace velmora
+
+int main(int argumentCount, char** arguments) {
+    if (argumentCount > 1) {
+        return velmora::runApplicationCommand(
+            std::vector<std::string>(arguments + 1, arguments + argumentCount));
+    }
+    return velmora::runApplication(argumentCount, arguments);
+}

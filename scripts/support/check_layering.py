@@ -21,6 +21,7 @@ TEXT_CAPTURE = "Velmora/TextCapture"
 DIAGNOSTICS = "Velmora/Diagnostics"
 COORDINATION = "Velmora/Coordination"
 PRESENTATION = "Velmora/Presentation"
+COORDINATION_UNAVAILABLE = "Velmora/Coordination/Unavailable"
 COMMANDS_CORE = "Velmora/CommandLine/Core"
 COMMANDS_APPLICATION = "Velmora/CommandLine/Application"
 ROOT = "Velmora"  # main.cpp and what stands beside it: the composition root
@@ -33,21 +34,25 @@ ARROWS: dict[str, tuple[str, ...]] = {
     TEXT_CAPTURE: (CORE, PLATFORM),
     DIAGNOSTICS: (CORE, PLATFORM, TEXT_CAPTURE),
     COORDINATION: (CORE, PLATFORM, TEXT_CAPTURE, DIAGNOSTICS),
+    COORDINATION_UNAVAILABLE: (CORE, PLATFORM, f"{PLATFORM}/Unavailable", TEXT_CAPTURE, COORDINATION),
     PRESENTATION: (CORE, PLATFORM, TEXT_CAPTURE, DIAGNOSTICS, COORDINATION),
     COMMANDS_CORE: (CORE,),
 }
 # Backends that stand on another one, and interfaces that a backend plays for the coordination.
-ARROWS[f"{PLATFORM}/Loader"] = (CORE, PLATFORM, *BACKENDS)
+ARROWS[f"{PLATFORM}/Loader"] = (CORE, PLATFORM, *BACKENDS, COORDINATION, COORDINATION_UNAVAILABLE)
 ARROWS[f"{PLATFORM}/Linux"] = (CORE, PLATFORM, COORDINATION)
 ARROWS[f"{PLATFORM}/LinuxX11"] = (CORE, PLATFORM, COORDINATION)
 ARROWS[f"{PLATFORM}/LinuxWayland"] = (CORE, PLATFORM, COORDINATION)
 ARROWS[f"{PLATFORM}/Recorded"] = (CORE, PLATFORM, TEXT_CAPTURE)
-EVERYTHING = (CORE, PLATFORM, *BACKENDS, TEXT_CAPTURE, DIAGNOSTICS, COORDINATION, PRESENTATION,
-              COMMANDS_CORE, COMMANDS_APPLICATION)
+EVERYTHING = (CORE, PLATFORM, *BACKENDS, TEXT_CAPTURE, DIAGNOSTICS, COORDINATION,
+              COORDINATION_UNAVAILABLE, PRESENTATION, COMMANDS_CORE, COMMANDS_APPLICATION)
 ARROWS[COMMANDS_APPLICATION] = tuple(
     folder for folder in EVERYTHING
     if folder not in BACKENDS or folder.endswith(("Loader", "Recorded")))
 ARROWS[ROOT] = EVERYTHING
+
+# Not a backend of any interface but the caller of the running program, so its users may name it.
+EXCEPTIONS = {("Velmora/Platform/Linux/RemoteControlClient.h", COMMANDS_APPLICATION)}
 
 # Vendor headers, and the backends that may include them.
 LINUX, X11, WAYLAND = BACKENDS[0], BACKENDS[1], BACKENDS[2]
@@ -113,6 +118,8 @@ def include_fault(path: str, folder: str, quote: str, header: str) -> str | None
         if target is None:
             if "/" not in header:
                 return f'"{header}": includes are written from the root of the project'
+            return None
+        if (header, folder) in EXCEPTIONS:
             return None
         if target != folder and target not in ARROWS[folder]:
             return f"{folder} must not include {target} ({header})"

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+#include "Velmora/Presentation/HighlightOverlayController.h"
+
+namespace velmora {
+
+namespace {
+
+/// Keeps the line off the characters.
+constexpr double outset = 3;
+
+}  // namespace
+
+HighlightOverlayController::HighlightOverlayController(const ScreenGeometrySource& screens,
+                                                       Theme& theme)
+    : screens_(screens), theme_(theme) {
+    themeChanged_ = QObject::connect(&theme_, &Theme::changed, [this] {
+        if (panel_ && panel_->isVisible()) {
+            place();
+        }
+    });
+}
+
+HighlightOverlayController::~HighlightOverlayController() {
+    QObject::disconnect(themeChanged_);
+}
+
+void HighlightOverlayController::show(const Rect& rect) {
+    if (rect.isEmpty() || !rect.isFinite()) {
+        orderOut();
+        return;
+    }
+    if (!panel_) {
+        panel_ = std::make_unique<HighlightView>();
+    }
+    frame_ = rect.grownBy(outset);
+    place();
+    panel_->show();
+    panel_->raise();
+}
+
+void HighlightOverlayController::orderOut() {
+    if (panel_) {
+        panel_->hide();
+    }
+}
+
+void HighlightOverlayController::place() {
+    const Rect frame = screens_.current().logicalFromScreen(frame_);
+    panel_->place({frame.x, frame.y, frame.width, frame.height}, theme_.accent(),
+                  theme_.isCompositing());
+}
+
+}  // namespace velmora

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QColor>
+#include <QRasterWindow>
+#include <QRectF>
+
+namespace velmora {
+
+/// The window that outlines characters: clicks go through it and it never takes the focus.
+class HighlightView : public QRasterWindow {
+    Q_OBJECT
+
+  public:
+    HighlightView();
+
+    /// Takes this frame (Qt's logical coordinates, fractions allowed). Where the desktop does not
+    /// blend windows, the window has the shape of the outline alone, in its full colour.
+    void place(const QRectF& frame, const QColor& accent, bool compositing);
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+
+  private:
+    QRectF outlinePath() const;
+    void applyShape();
+
+    QRectF frame_;  ///< The frame within the window, whose edges are whole points.
+    QColor accent_;
+    bool compositing_ = false;
+};
+
+}  // namespace velmora

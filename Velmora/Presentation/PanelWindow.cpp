@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+#include "Velmora/Presentation/PanelWindow.h"
+
+#include <QQuickItem>
+
+#include "Velmora/Presentation/OverlayFlags.h"
+#include "Velmora/Presentation/ShapePath.h"
+
+namespace velmora {
+
+PanelWindow::PanelWindow(Theme& theme) : theme_(theme) {
+    setFlags(overlayFlags);
+    QSurfaceFormat translucent = format();
+    translucent.setAlphaBufferSize(8);
+    setFormat(translucent);
+    setColor(Qt::transparent);
+    setTitle(QStringLiteral("Velmora"));
+    connect(&theme_, &Theme::changed, this, &PanelWindow::applyShape);
+}
+
+PanelWindow::~PanelWindow() = default;
+
+void PanelWindow::setView(std::unique_ptr<QQuickItem> view) {
+    // A view may be replaced out of one of its own handlers.
+    if (view_) {
+        view_->setParentItem(nullptr);
+        view_.release()->deleteLater();
+    }
+    view_ = std::move(view);
+    if (view_) {
+        view_->setParentItem(contentItem());
+    }
+}
+
+void PanelWindow::showAt(const QRect& frame) {
+    setGeometry(frame);
+    if (view_) {
+        view_->setSize(frame.size());
+    }
+    show();
+    applyShape();
+    raise();
+}
+
+void PanelWindow::orderOut() {
+    if (shadow_) {
+        shadow_->hide();
+    }
+    hide();
+}
+
+void PanelWindow::prepare(QSize size) {
+    resize(size);
+    if (view_) {
+        view_->setSize(size);
+    }
+    create();
+    grabWindow();
+}
+
+void PanelWindow::applyShape() {
+    if (!isVisible() || !view_) {
+        return;
+    }
+    const double radius = view_->property("cornerRadius").toDouble();
+    if (!theme_.isCompositing()) {
+        if (shadow_) {
+            shadow_->hide();
+        }
+        setMask(roundedRegion(QRect(QPoint(0, 0), size()), radius));
+        return;
+    }
+    setMask(QRegion());
+    if (!shadow_) {
+        shadow_ = std::make_unique<ShadowWindow>();
+    }
+    shadow_->surround(geometry(), radius, theme_.colors().shadow);
+    shadow_->show();
+}
+
+}  // namespace velmora

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QQuickWindow>
+#include <memory>
+
+#include "Velmora/Presentation/ShadowWindow.h"
+#include "Velmora/Presentation/Theme.h"
+
+namespace velmora {
+
+/// A floating window that shows one view and never takes the focus. Its corners are round by
+/// translucency, with a shadow around it, where the desktop blends windows, and by the window's
+/// shape where it does not. Follows the theme.
+class PanelWindow : public QQuickWindow {
+    Q_OBJECT
+
+  public:
+    /// The theme outlives the window.
+    explicit PanelWindow(Theme& theme);
+    ~PanelWindow() override;
+
+    /// Replaces what the window shows; the corners get the view's `cornerRadius`.
+    void setView(std::unique_ptr<QQuickItem> view);
+    QQuickItem* view() const { return view_.get(); }
+
+    /// Shows the panel in this place (Qt's logical coordinates), above everything.
+    void showAt(const QRect& frame);
+    void orderOut();
+
+    /// Makes everything that the first frame needs, without showing the window.
+    void prepare(QSize size);
+
+    const ShadowWindow* shadow() const { return shadow_.get(); }
+
+  private:
+    void applyShape();
+
+    Theme& theme_;
+    std::unique_ptr<QQuickItem> view_;
+    std::unique_ptr<ShadowWindow> shadow_;
+};
+
+}  // namespace velmora

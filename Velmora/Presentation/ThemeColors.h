@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QColor>
+
+namespace velmora {
+
+/// The colours of one appearance. Sizes and fonts do not depend on it.
+struct ThemeColors {
+    QColor label;           ///< Primary text.
+    QColor secondaryLabel;  ///< Text of less weight.
+    QColor separator;       ///< Hairlines, translucent.
+    QColor red;
+    QColor orange;
+    QColor green;
+    QColor blue;
+    QColor material;        ///< What cards are made of where windows are blended.
+    QColor opaqueMaterial;  ///< The same where they are not.
+    QColor shadow;          ///< The darkest part of the shadow under a card.
+
+    static const ThemeColors& light();
+    static const ThemeColors& dark();
+};
+
+}  // namespace velmora

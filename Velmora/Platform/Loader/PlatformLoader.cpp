@@ -5,6 +5,7 @@
 #include <QtGlobal>
 
 #include "Velmora/Platform/Linux/PlainApplicationShell.h"
+#include "Velmora/Platform/Linux/PortalAppearance.h"
 #include "Velmora/Platform/Unavailable/UnavailableAccessibilitySystem.h"
 #include "Velmora/Platform/Unavailable/UnavailableCompositor.h"
 #include "Velmora/Platform/Unavailable/UnavailableDesktopAppearance.h"
@@ -40,6 +41,7 @@ PlatformBackends unavailable(const std::string& reason) {
 
 PlatformBackends loadX11() {
     PlatformBackends backends = unavailable("not built into this program");
+    backends.appearance = std::make_shared<PortalAppearance>();
     return backends;
 }
 

@@ -25,8 +25,10 @@ class Clock {
     /// Seconds since 1970-01-01 UTC, with fractions.
     virtual double wallTime() const = 0;
 
-    /// Calls `action` once on the main thread after this many seconds unless the timer is destroyed.
-    virtual std::unique_ptr<OneShotTimer> schedule(double seconds, std::function<void()> action) = 0;
+    /// Calls `action` once on the main thread after this many seconds unless the timer is
+    /// destroyed.
+    virtual std::unique_ptr<OneShotTimer> schedule(double seconds,
+                                                   std::function<void()> action) = 0;
 };
 
 }  // namespace velmora

@@ -42,7 +42,8 @@ struct Rect {
     constexpr bool isEmpty() const { return !(width > 0) || !(height > 0); }
 
     bool isFinite() const {
-        return std::isfinite(x) && std::isfinite(y) && std::isfinite(width) && std::isfinite(height);
+        return std::isfinite(x) && std::isfinite(y) && std::isfinite(width) &&
+               std::isfinite(height);
     }
 
     /// Grown on both sides by these amounts (shrunk where negative).

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The composition root: makes every part of the program and hands it to those that use it.
 #include <QGuiApplication>
-#include <QQuickWindow>
 #include <cstdio>
 #include <cstdlib>
 #include <future>
@@ -13,10 +12,8 @@
 #include "Velmora/CommandLine/Application/ApplicationCommands.h"
 #include "Velmora/Coordination/AppModel.h"
 #include "Velmora/Coordination/SingleInstanceGuard.h"
-#include "Velmora/Coordination/Unavailable/UnavailableHighlight.h"
 #include "Velmora/Coordination/Unavailable/UnavailableLaunchFlash.h"
 #include "Velmora/Coordination/Unavailable/UnavailableOnboarding.h"
-#include "Velmora/Coordination/Unavailable/UnavailablePopover.h"
 #include "Velmora/Coordination/Unavailable/UnavailableSettings.h"
 #include "Velmora/Coordination/Unavailable/UnavailableSoftwareUpdates.h"
 #include "Velmora/Coordination/Unavailable/UnavailableSpeech.h"
@@ -33,6 +30,10 @@
 #include "Velmora/Platform/Linux/TerminationSignals.h"
 #include "Velmora/Platform/Linux/XdgPaths.h"
 #include "Velmora/Platform/Loader/PlatformLoader.h"
+#include "Velmora/Presentation/HighlightOverlayController.h"
+#include "Velmora/Presentation/PopoverPanelController.h"
+#include "Velmora/Presentation/Theme.h"
+#include "Velmora/Presentation/ViewEngine.h"
 #include "Velmora/TextCapture/AccessibilityTextExtractor.h"
 #include "VelmoraCore/BundledDictionary.h"
 #include "VelmoraCore/resource_bundle_accessor.h"
@@ -52,11 +53,31 @@ std::future<std::shared_ptr<const DictionaryStore>> loadDictionary() {
     return std::async(std::launch::async, [] { return BundledDictionary::store(); });
 }
 
+/// Waits, where it goes, until a queue has done what it has in hand, so that what the work uses can
+/// go next.
+class FinishedQueue {
+  public:
+    explicit FinishedQueue(SerialQueue& queue) : queue_(queue) {}
+    FinishedQueue(const FinishedQueue&) = delete;
+    FinishedQueue& operator=(const FinishedQueue&) = delete;
+    ~FinishedQueue() {
+        std::promise<void> done;
+        queue_.async([&done] { done.set_value(); });
+        done.get_future().wait();
+    }
+
+  private:
+    SerialQueue& queue_;
+};
+
 /// Every part of the running program, in the order in which they are made; they go in reverse.
 class Application {
   public:
     Application(const PlatformChoice& choice, LookupEngine engine)
-        : backends_(loadPlatform(choice)), engine_(std::move(engine)) {}
+        : backends_(loadPlatform(choice)), engine_(std::move(engine)) {
+        // The first hover takes a moment to come.
+        mainQueue_->post([this] { popover_.warmUp(); });
+    }
 
   private:
     ExtractionServices extractionServices() const {
@@ -119,6 +140,7 @@ class Application {
     std::shared_ptr<SerialWorkerQueue> extractionQueue_ =
         std::make_shared<SerialWorkerQueue>(ExtractionServices::queueLabel);
     PlatformBackends backends_;
+    FinishedQueue finishedExtractions_{*extractionQueue_};
     SettingsFile settings_{SettingsFile::standardPath()};
     ClipboardPasteboard pasteboard_;
     QALog qaLog_{qaLogConfiguration(), *clock_, makeQueue};
@@ -128,8 +150,10 @@ class Application {
     LookupEngine engine_;
     std::shared_ptr<AccessibilityTextExtractor> extractor_ =
         AccessibilityTextExtractor::create(extractionServices());
-    UnavailablePopover popover_{notYet};
-    UnavailableHighlight highlight_{notYet};
+    Theme theme_{*backends_.appearance, *backends_.compositor};
+    ViewEngine views_{theme_};
+    PopoverPanelController popover_{speech_, *backends_.screenGeometry, views_};
+    HighlightOverlayController highlight_{*backends_.screenGeometry, theme_};
     UnavailableLaunchFlash launchFlash_{notYet};
     UnavailableOnboarding onboarding_{notYet};
     UnavailableSettings settingsWindow_{notYet};
@@ -157,7 +181,7 @@ int runApplication(int& argumentCount, char** arguments) {
     auto dictionary = loadDictionary();
     installLogging();
     qputenv("QSG_RENDER_LOOP", "basic");
-    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    ViewEngine::registerPresentation();
     QGuiApplication::setDesktopFileName(QStringLiteral("com.velmora.Velmora"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
     const QGuiApplication application(argumentCount, arguments);

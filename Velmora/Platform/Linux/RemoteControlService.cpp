@@ -6,11 +6,25 @@
 #include <QDBusPendingCall>
 #include <QObject>
 #include <QString>
+#include <QVariantList>
 #include <utility>
 
 #include "Velmora/Platform/Linux/RemoteControlNames.h"
 
 namespace velmora {
+
+namespace {
+
+/// Sends a request to the bus itself and does not wait for the answer.
+void askBus(const char* method, const QVariantList& arguments) {
+    QDBusMessage request = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+        QStringLiteral("org.freedesktop.DBus"), QString::fromLatin1(method));
+    request.setArguments(arguments);
+    QDBusConnection::sessionBus().asyncCall(request);
+}
+
+}  // namespace
 
 class RemoteControlService::Exported final : public QObject {
     Q_OBJECT
@@ -46,17 +60,14 @@ RemoteControlService::RemoteControlService(RemoteControlActions actions)
     }
     // Not QDBusConnection::registerService, which waits for the bus.
     constexpr unsigned int doNotQueue = 4;
-    QDBusMessage request = QDBusMessage::createMethodCall(
-        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
-        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("RequestName"));
-    request << QString::fromLatin1(remotecontrol::serviceName) << doNotQueue;
-    bus.asyncCall(request);
+    askBus("RequestName", {QString::fromLatin1(remotecontrol::serviceName), doNotQueue});
 }
 
 RemoteControlService::~RemoteControlService() {
     if (offered_) {
         QDBusConnection::sessionBus().unregisterObject(
             QString::fromLatin1(remotecontrol::objectPath));
+        askBus("ReleaseName", {QString::fromLatin1(remotecontrol::serviceName)});
     }
 }
 

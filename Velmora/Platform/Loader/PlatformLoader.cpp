@@ -6,6 +6,7 @@
 
 #include "Velmora/Platform/Linux/PlainApplicationShell.h"
 #include "Velmora/Platform/Linux/PortalAppearance.h"
+#include "Velmora/Platform/LinuxX11/X11Availability.h"
 #include "Velmora/Platform/Unavailable/UnavailableAccessibilitySystem.h"
 #include "Velmora/Platform/Unavailable/UnavailableCompositor.h"
 #include "Velmora/Platform/Unavailable/UnavailableDesktopAppearance.h"
@@ -57,9 +58,12 @@ void useToolkitPlatform(const char* name) {
 std::optional<std::string> preparePlatform(const PlatformChoice& choice) {
     switch (choice.kind) {
         case PlatformChoice::Kind::x11:
-            if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") &&
-                qEnvironmentVariableIsEmpty("DISPLAY")) {
-                return "no display: DISPLAY is not set";
+            // The toolkit would end the program in the middle of its start.
+            if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && !isX11ServerReachable()) {
+                const QByteArray display = qgetenv("DISPLAY");
+                return display.isEmpty()
+                           ? "no display: DISPLAY is not set"
+                           : "no X server answers on display " + display.toStdString();
             }
             useToolkitPlatform("xcb");
             break;

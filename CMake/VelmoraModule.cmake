@@ -1,6 +1,21 @@
 # SPDX-License-Identifier: MIT
 # One static library per folder: every source in it, found again whenever a file is added.
 
+# velmora_note_sources(NAME source…)
+# moc is not run again for a source that is added to a built tree: what tells it to is its time
+# stamp, which goes whenever the list of sources is another one.
+function(velmora_note_sources name)
+    set(record "${CMAKE_CURRENT_BINARY_DIR}/${name}_sources.txt")
+    set(before "")
+    if(EXISTS "${record}")
+        file(READ "${record}" before)
+    endif()
+    if(NOT before STREQUAL "${ARGN}")
+        file(WRITE "${record}" "${ARGN}")
+        file(REMOVE "${CMAKE_CURRENT_BINARY_DIR}/${name}_autogen/timestamp")
+    endif()
+endfunction()
+
 # velmora_module(NAME [RECURSE] [PUBLIC lib…] [PRIVATE lib…])
 function(velmora_module name)
     cmake_parse_arguments(ARG "RECURSE" "" "PUBLIC;PRIVATE" ${ARGN})
@@ -12,6 +27,7 @@ function(velmora_module name)
     if(NOT sources)
         return()
     endif()
+    velmora_note_sources(${name} ${sources})
     add_library(${name} STATIC ${sources})
     target_include_directories(${name} PUBLIC "${CMAKE_SOURCE_DIR}")
     set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX)

@@ -12,6 +12,7 @@ function(velmora_tests name)
     if(NOT ARG_LABELS)
         set(ARG_LABELS unit)
     endif()
+    velmora_note_sources(${name} ${sources})
     add_executable(${name} ${sources})
     target_include_directories(${name} PRIVATE "${CMAKE_SOURCE_DIR}")
     target_compile_definitions(${name} PRIVATE

@@ -1,0 +1,135 @@
+// SPDX-License-Identifier: MIT
+#include "Tests/Contracts/Speech/PrivateSpeechDaemon.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <signal.h>
+#include <sys/prctl.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstdlib>
+#include <fstream>
+#include <stdexcept>
+#include <thread>
+#include <vector>
+
+namespace velmora::test {
+namespace {
+
+constexpr auto startDeadline = std::chrono::seconds(20);
+
+void writeFile(const std::filesystem::path& path, const std::string& text) {
+    std::filesystem::create_directories(path.parent_path());
+    std::ofstream(path) << text;
+}
+
+bool accepts(const std::filesystem::path& socketPath) {
+    const int socketHandle = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    socketPath.string().copy(address.sun_path, sizeof address.sun_path - 1);
+    const bool connected =
+        ::connect(socketHandle, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+    ::close(socketHandle);
+    return connected;
+}
+
+}  // namespace
+
+PrivateSpeechDaemon::PrivateSpeechDaemon(const std::string& moduleName) : moduleName_(moduleName) {
+    std::string pattern = (std::filesystem::temp_directory_path() / "velmora-speech-XXXXXX");
+    folder_ = ::mkdtemp(pattern.data());
+    const std::string fifoPath = folder_ / "spoken";
+    ::mkfifo(fifoPath.c_str(), 0600);
+    fifo_ = ::open(fifoPath.c_str(), O_RDWR | O_CLOEXEC);
+    writeFile(folder_ / "conf/speechd.conf",
+              "LogLevel 5\nLogDir \"" + folder_.string() + "\"\nDefaultModule " + moduleName_ +
+                  "\nAddModule \"" + moduleName_ + "\" \"sd_generic\" \"recorder.conf\"\n");
+    writeFile(folder_ / "conf/modules/recorder.conf",
+              "GenericExecuteSynth \\\n\"printf '%s|%s|%s\\n' \\'$DATA\\' \\'$VOICE\\' "
+              "\\'$RATE\\' > " +
+                  fifoPath +
+                  "; exec sleep 600\"\n"
+                  "GenericRateAdd 0\nGenericRateMultiply 100\nGenericRateForceInteger 1\n"
+                  "GenericMaxChunkLength 300\nGenericDelimiters \".\"\n"
+                  "AddVoice \"cmn-latn-pinyin\" \"MALE1\" \"pinyin-aware\"\n"
+                  "AddVoice \"zh-CN\" \"MALE1\" \"mandarin\"\n"
+                  "AddVoice \"en\" \"MALE1\" \"english\"\n"
+                  "DefaultVoice \"english\"\n");
+    ::setenv("SPEECHD_ADDRESS", ("unix_socket:" + (folder_ / "socket").string()).c_str(), 1);
+    start();
+}
+
+PrivateSpeechDaemon::~PrivateSpeechDaemon() {
+    kill();
+    ::close(fifo_);
+    ::unsetenv("SPEECHD_ADDRESS");
+    std::error_code ignored;
+    std::filesystem::remove_all(folder_, ignored);
+}
+
+void PrivateSpeechDaemon::start() {
+    std::filesystem::remove(folder_ / "socket");
+    std::filesystem::remove(folder_ / "pid");
+    const std::string conf = folder_ / "conf";
+    const std::string socketPath = folder_ / "socket";
+    const std::string pidFile = folder_ / "pid";
+    const std::string log = folder_ / "log";
+    daemon_ = ::fork();
+    if (daemon_ == 0) {
+        ::setpgid(0, 0);
+        ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+        ::execlp("speech-dispatcher", "speech-dispatcher", "-s", "-c", "unix_socket", "-S",
+                 socketPath.c_str(), "-C", conf.c_str(), "-P", pidFile.c_str(), "-L", log.c_str(),
+                 nullptr);
+        ::_exit(127);
+    }
+    const auto deadline = std::chrono::steady_clock::now() + startDeadline;
+    while (!accepts(folder_ / "socket")) {
+        if (std::chrono::steady_clock::now() > deadline || ::waitpid(daemon_, nullptr, WNOHANG)) {
+            throw std::runtime_error("speech-dispatcher did not start");
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+}
+
+void PrivateSpeechDaemon::kill() {
+    if (daemon_ > 0) {
+        ::kill(-daemon_, SIGKILL);
+        ::waitpid(daemon_, nullptr, 0);
+        daemon_ = -1;
+    }
+}
+
+void PrivateSpeechDaemon::restart() {
+    kill();
+    start();
+}
+
+std::optional<PrivateSpeechDaemon::Spoken> PrivateSpeechDaemon::nextSpoken(
+    std::chrono::milliseconds deadline) const {
+    std::string line;
+    pollfd waited{fifo_, POLLIN, 0};
+    while (::poll(&waited, 1, static_cast<int>(deadline.count())) > 0) {
+        char byte = 0;
+        if (::read(fifo_, &byte, 1) != 1) {
+            return std::nullopt;
+        }
+        if (byte != '\n') {
+            line.push_back(byte);
+            continue;
+        }
+        const auto first = line.find('|');
+        const auto second = line.find('|', first + 1);
+        return Spoken{line.substr(0, first), line.substr(first + 1, second - first - 1),
+                      line.substr(second + 1)};
+    }
+    return std::nullopt;
+}
+
+}  // namespace velmora::test

@@ -151,7 +151,7 @@ void SoftwareUpdateController::showOutcome(const std::string& failure) {
 }
 
 void SoftwareUpdateController::install() {
-    if (!bestItem_ || packageFetch_) {
+    if (!bestItem_ || packageFetch_ || handOver_) {
         return;
     }
     if (bestItem_->length > mostPackageBytes) {
@@ -169,35 +169,51 @@ void SoftwareUpdateController::install() {
                 static_cast<double>(received) / static_cast<double>(bestItem_->length), 0.0, 1.0);
             services_.window.update(state);
         },
-        [this](const HttpFetcher::Answer& answer) { packageArrived(answer); });
+        [this](HttpFetcher::Answer answer) { packageArrived(std::move(answer)); });
     services_.window.show(offer());
 }
 
-void SoftwareUpdateController::packageArrived(const HttpFetcher::Answer& answer) {
+void SoftwareUpdateController::packageArrived(HttpFetcher::Answer answer) {
     packageFetch_.reset();
-    if (!bestItem_) {
-        return;
-    }
     if (!answer.error.empty()) {
         showMessage("The update could not be downloaded: " + answer.error);
-        return;
+    } else if (bestItem_) {
+        verifyAndHandOver(std::move(answer.body));
     }
-    const bool isGenuine =
-        answer.body.size() == static_cast<std::size_t>(bestItem_->length) &&
-        services_.verifier.verify(answer.body, bestItem_->edSignature, configuration_.publicKey);
-    if (!isGenuine) {
-        showMessage("The download is not what its maker signed. It was thrown away.");
-        return;
-    }
-    const std::string failure =
-        services_.installer.install(answer.body, fileName(bestItem_->enclosureUrl));
-    showMessage(failure.empty() ? "The package was handed to the installer of your desktop."
-                                : failure);
+}
+
+void SoftwareUpdateController::verifyAndHandOver(std::string package) {
+    handOver_ = std::make_shared<const bool>(true);
+    services_.worker.async([this, wish = std::weak_ptr(handOver_), package = std::move(package),
+                            item = *bestItem_, key = configuration_.publicKey,
+                            verifier = &services_.verifier, installer = &services_.installer,
+                            mainQueue = &services_.mainQueue] {
+        if (wish.expired()) {
+            return;
+        }
+        std::string outcome;
+        if (package.size() != static_cast<std::size_t>(item.length) ||
+            !verifier->verify(package, item.edSignature, key)) {
+            outcome = "The download is not what its maker signed. It was thrown away.";
+        } else {
+            outcome = installer->install(package, fileName(item.enclosureUrl));
+        }
+        if (outcome.empty()) {
+            outcome = "The package was handed to the installer of your desktop.";
+        }
+        mainQueue->post([this, wish, outcome] {
+            if (!wish.expired()) {
+                handOver_.reset();
+                showMessage(outcome);
+            }
+        });
+    });
 }
 
 void SoftwareUpdateController::later() {
     userIsWaiting_ = false;
     packageFetch_.reset();
+    handOver_.reset();
     services_.window.close();
 }
 

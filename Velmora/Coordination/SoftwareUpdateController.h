@@ -11,7 +11,9 @@
 #include "Velmora/Coordination/Updates/UpdatePresenting.h"
 #include "Velmora/Platform/Clock.h"
 #include "Velmora/Platform/HttpFetcher.h"
+#include "Velmora/Platform/MainQueue.h"
 #include "Velmora/Platform/PackageInstaller.h"
+#include "Velmora/Platform/SerialQueue.h"
 #include "Velmora/Platform/SignatureVerifier.h"
 
 namespace velmora {
@@ -28,6 +30,8 @@ class SoftwareUpdateController final : public SoftwareUpdating {
         PackageInstaller& installer;
         Clock& clock;
         UpdatePresenting& window;
+        SerialQueue& worker;  ///< Where packages are verified and stored: both may take a while.
+        MainQueue& mainQueue;
     };
 
     static constexpr double secondsBetweenChecks = 24 * 60 * 60;
@@ -52,7 +56,8 @@ class SoftwareUpdateController final : public SoftwareUpdating {
     void setBestItem(std::optional<AppcastItem> item);
     void showOutcome(const std::string& failure);
     void install();
-    void packageArrived(const HttpFetcher::Answer& answer);
+    void packageArrived(HttpFetcher::Answer answer);
+    void verifyAndHandOver(std::string package);
     void later();
     UpdateWindowState offer() const;
     void showMessage(std::string message);
@@ -66,6 +71,9 @@ class SoftwareUpdateController final : public SoftwareUpdating {
     std::unique_ptr<HttpFetch> feedFetch_;
     std::unique_ptr<HttpFetch> packageFetch_;
     std::unique_ptr<OneShotTimer> timer_;
+
+    /// Work on the queue asks this whether we and the user's wish still exist.
+    std::shared_ptr<const bool> handOver_;
 };
 
 }  // namespace velmora

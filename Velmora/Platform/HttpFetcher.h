@@ -18,7 +18,7 @@ class HttpFetch {
 class HttpFetcher {
   public:
     struct Request {
-        std::string url;             ///< Absolute, https; http only towards the loopback address.
+        std::string url;             ///< Absolute; anything but https is refused.
         std::string entityTag;       ///< Sent as If-None-Match where it is not empty.
         std::int64_t mostBytes = 0;  ///< A longer answer is cut off and counts as failed.
         double idleTimeoutSeconds = 30;

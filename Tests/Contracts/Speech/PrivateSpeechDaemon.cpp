@@ -47,18 +47,26 @@ PrivateSpeechDaemon::PrivateSpeechDaemon(const std::string& moduleName) : module
     const std::string fifoPath = folder_ / "spoken";
     ::mkfifo(fifoPath.c_str(), 0600);
     fifo_ = ::open(fifoPath.c_str(), O_RDWR | O_CLOEXEC);
-    writeFile(folder_ / "conf/speechd.conf",
-              "LogLevel 5\nLogDir \"" + folder_.string() + "\"\nDefaultModule " + moduleName_ +
-                  "\nAddModule \"" + moduleName_ + "\" \"sd_generic\" \"recorder.conf\"\n");
+    writeFile(folder_ / "conf/speechd.conf", "LogLevel 5\nLogDir \"" + folder_.string() +
+                                                 "\"\nAudioOutputMethod \"libao\"\nDefaultModule " +
+                                                 moduleName_ + "\nAddModule \"" + moduleName_ +
+                                                 "\" \"sd_generic\" \"recorder.conf\"\n");
+    // The daemon wants a sound device before it loads a module: one that swallows everything.
+    writeFile(folder_ / ".libao", "default_driver=null\n");
+    std::filesystem::create_directories(folder_ / "log");
+    const std::string recorder = folder_ / "recorder";
+    writeFile(recorder, "#!/bin/sh\nprintf '%s|%s|%s\\n' \"$(cat)\" \"$1\" \"$2\" > " + fifoPath +
+                            "\nexec sleep 600\n");
+    std::filesystem::permissions(recorder, std::filesystem::perms::owner_all);
     writeFile(folder_ / "conf/modules/recorder.conf",
-              "GenericExecuteSynth \\\n\"printf '%s|%s|%s\\n' \\'$DATA\\' \\'$VOICE\\' "
-              "\\'$RATE\\' > " +
-                  fifoPath +
-                  "; exec sleep 600\"\n"
+              "GenericExecuteSynth \\\n\"printf %s \\'$DATA\\' | " + recorder +
+                  " \\'$VOICE\\' \\'$RATE\\'\"\n"
                   "GenericRateAdd 0\nGenericRateMultiply 100\nGenericRateForceInteger 1\n"
                   "GenericMaxChunkLength 300\nGenericDelimiters \".\"\n"
                   "AddVoice \"cmn-latn-pinyin\" \"MALE1\" \"pinyin-aware\"\n"
-                  "AddVoice \"zh-CN\" \"MALE1\" \"mandarin\"\n"
+                  "AddVoice \"zh-cn\" \"MALE1\" \"mandarin\"\n"
+                  "GenericLanguage \"cmn-latn-pinyin\" \"cmn\" \"utf-8\"\n"
+                  "GenericLanguage \"zh-cn\" \"zh\" \"utf-8\"\n"
                   "AddVoice \"en\" \"MALE1\" \"english\"\n"
                   "DefaultVoice \"english\"\n");
     ::setenv("SPEECHD_ADDRESS", ("unix_socket:" + (folder_ / "socket").string()).c_str(), 1);
@@ -84,6 +92,7 @@ void PrivateSpeechDaemon::start() {
     if (daemon_ == 0) {
         ::setpgid(0, 0);
         ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+        ::setenv("HOME", folder_.c_str(), 1);
         ::execlp("speech-dispatcher", "speech-dispatcher", "-s", "-c", "unix_socket", "-S",
                  socketPath.c_str(), "-C", conf.c_str(), "-P", pidFile.c_str(), "-L", log.c_str(),
                  nullptr);

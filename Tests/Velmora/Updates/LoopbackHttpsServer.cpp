@@ -5,6 +5,7 @@
 #include <QSslConfiguration>
 #include <QSslKey>
 #include <QSslSocket>
+#include <QTimer>
 #include <memory>
 
 namespace velmora::test {
@@ -57,11 +58,14 @@ void LoopbackHttpsServer::accept() {
         if (!endless_) {
             return;
         }
-        QObject::connect(socket, &QTcpSocket::bytesWritten, socket, [socket] {
-            if (socket->bytesToWrite() < 256 * 1024) {
+        auto* filler = new QTimer(socket);
+        QObject::connect(filler, &QTimer::timeout, socket, [socket] {
+            const auto* encrypted = qobject_cast<QSslSocket*>(socket);
+            if (encrypted->encryptedBytesToWrite() < 256 * 1024) {
                 socket->write(QByteArray(64 * 1024, 'x'));
             }
         });
+        filler->start(0);
     });
 }
 

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "Velmora/Platform/Linux/Speech/SpeechDispatcherSynthesizer.h"
 
+#include <pthread.h>
+#include <signal.h>
+
 #include <algorithm>
 #include <chrono>
 #include <cmath>
@@ -58,13 +61,27 @@ struct SpeechDispatcherSynthesizer::Worker {
         return std::exchange(waiting, std::nullopt);
     }
 
+    /// A daemon that dies while it is written to would end the whole process by a signal. The
+    /// library's own thread inherits this mask.
+    static void blockSignals() {
+        sigset_t all;
+        sigfillset(&all);
+        pthread_sigmask(SIG_BLOCK, &all, nullptr);
+    }
+
+    /// An empty text says nothing; some daemons end when they are handed one.
+    static bool say(SpeechDaemonConnection& connection, const SpeechUtterance& utterance) {
+        return !utterance.text.empty() && connection.say(utterance);
+    }
+
     void run() {
+        blockSignals();
         SpeechDaemonConnection connection([this](unsigned long long number) { finished(number); });
         while (auto request = next()) {
             if (request->cancelFirst) {
                 connection.cancel();
             }
-            if (request->utterance && !connection.say(*request->utterance)) {
+            if (request->utterance && !say(connection, *request->utterance)) {
                 finished(request->utterance->number);
             }
             const std::lock_guard lock(mutex);

@@ -3,6 +3,7 @@
 
 #include <unicode/uchar.h>
 
+#include <algorithm>
 #include <cstddef>
 
 #include "VelmoraCore/PlainScalar.h"
@@ -140,6 +141,8 @@ std::optional<CedictLine> CedictLine::parse(std::string_view line) {
 
 std::vector<std::string> CedictLine::glosses() const {
     std::vector<std::string> pieces;
+    pieces.reserve(1 +
+                   static_cast<std::size_t>(std::count(glossList.begin(), glossList.end(), '/')));
     for (std::size_t at = 0; at < glossList.size();) {
         const std::string_view gloss = nextGloss(glossList, at);
         if (!gloss.empty()) {

@@ -68,13 +68,26 @@ std::size_t controlLength(std::string_view text, std::size_t at, char32_t scalar
     return text.substr(at, 2) == "\r\n" ? 2 : 1;
 }
 
-/// True where nothing that follows a plain code point can belong to its character.
-bool endsPlainCharacter(std::string_view text, std::size_t at) {
-    if (at == text.size()) {
-        return true;
+/// Appends the starts of the plain characters from `at` on, and gives back where the first one
+/// begins that is not plain or that something else may belong to.
+std::size_t appendPlainRun(std::string_view text, std::size_t at,
+                           std::vector<std::uint32_t>& offsets) {
+    Utf8Scalar scalar = utf8ScalarAt(text.data() + at);
+    while (isPlainScalar(scalar.value)) {
+        const std::size_t next = at + scalar.length;
+        if (next < text.size()) {
+            scalar = utf8ScalarAt(text.data() + next);
+            if (scalar.value >= 0x80 && !isPlainScalar(scalar.value)) {
+                break;
+            }
+        }
+        offsets.push_back(static_cast<std::uint32_t>(at));
+        at = next;
+        if (at == text.size()) {
+            break;
+        }
     }
-    const char32_t next = utf8ScalarAt(text.data() + at).value;
-    return next < 0x80 || isPlainScalar(next);
+    return at;
 }
 
 /// The end of the part from `start` on that needs the rules: the first boundary between two plain
@@ -99,13 +112,12 @@ std::size_t endOfRulePart(std::string_view text, std::size_t start) {
 void appendCharacterBoundaries(std::string_view text, std::vector<std::uint32_t>& offsets) {
     std::size_t at = 0;
     while (at < text.size()) {
-        const Utf8Scalar scalar = utf8ScalarAt(text.data() + at);
-        if (isPlainScalar(scalar.value) && endsPlainCharacter(text, at + scalar.length)) {
-            offsets.push_back(static_cast<std::uint32_t>(at));
-            at += scalar.length;
-            continue;
+        at = appendPlainRun(text, at, offsets);
+        if (at == text.size()) {
+            break;
         }
-        if (const std::size_t control = controlLength(text, at, scalar.value); control > 0) {
+        const char32_t scalar = utf8ScalarAt(text.data() + at).value;
+        if (const std::size_t control = controlLength(text, at, scalar); control > 0) {
             offsets.push_back(static_cast<std::uint32_t>(at));
             at += control;
             continue;

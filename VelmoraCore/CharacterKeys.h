@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 #include "VelmoraCore/PlainScalar.h"
 #include "VelmoraCore/Utf8.h"
@@ -26,6 +27,10 @@ class CharacterKeys {
     /// The key of a non-empty character of valid UTF-8.
     CharacterKey add(std::string_view character);
 
+    /// Appends the keys of all characters of a text, which is split and repaired as CharacterText
+    /// does it.
+    void addAll(std::string_view text, std::vector<CharacterKey>& keys);
+
     /// The same without remembering new characters.
     CharacterKey find(std::string_view character) const {
         const Utf8Scalar scalar = utf8ScalarAt(character.data());
@@ -36,6 +41,8 @@ class CharacterKeys {
     }
 
   private:
+    static bool appendPlain(std::string_view text, std::vector<CharacterKey>& keys);
+
     struct Hash {
         using is_transparent = void;
         std::size_t operator()(std::string_view text) const {

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "VelmoraCore/CanonicalText.h"
-#include "VelmoraCore/CedictLine.h"
 #include "VelmoraCore/LineSplitter.h"
 #include "VelmoraCore/Utf8.h"
 
@@ -12,7 +11,7 @@ namespace velmora {
 namespace {
 
 /// A word list has a line for about this many bytes.
-constexpr std::size_t bytesPerLine = 64;
+constexpr std::size_t bytesPerLine = 78;
 
 /// Spreads a number over 64 bits, one to one (the finaliser of SplitMix64).
 constexpr std::uint64_t spread(std::uint64_t value) {
@@ -41,7 +40,7 @@ DictionaryStore::DictionaryStore(std::vector<DictionaryEntry> entries)
 DictionaryStore::DictionaryStore(std::vector<DictionaryEntry> entries, DictionaryText wordList)
     : entries_(std::move(entries)),
       wordList_(std::move(wordList)),
-      index_(2 * (entries_.size() + wordList_->text().size() / bytesPerLine)),
+      index_(entries_.size() + wordList_->text().size() / bytesPerLine),
       identifierSeedHigh_(seedFrom(Uuid::random())),
       identifierSeedLow_(seedFrom(Uuid::random())) {
     for (const DictionaryEntry& entry : entries_) {
@@ -54,15 +53,45 @@ DictionaryStore::DictionaryStore(std::vector<DictionaryEntry> entries, Dictionar
 void DictionaryStore::indexWordList() {
     const std::string_view text = wordList_->text();
     lines_.reserve(text.size() / bytesPerLine);
-    LineSplitter splitter(text);
+    LineSplitter splitter(text, wordList_->hasRareLineEnds());
     while (const auto line = splitter.next()) {
         if (const auto fields = CedictLine::parse(*line)) {
-            lines_.push_back({static_cast<std::uint32_t>(line->data() - text.data()),
-                              static_cast<std::uint32_t>(line->size())});
+            const auto start = static_cast<std::size_t>(line->data() - text.data());
+            lines_.push_back(placeOf(*line, start, *fields));
             index_.add(fields->traditional, fields->simplified);
         }
     }
     lines_.shrink_to_fit();
+}
+
+DictionaryStore::Line DictionaryStore::placeOf(std::string_view line, std::size_t start,
+                                               const CedictLine& fields) {
+    Line place{static_cast<std::uint32_t>(start), static_cast<std::uint32_t>(line.size()), 0, 0, 0};
+    const bool regular =
+        fields.traditional.data() == line.data() &&
+        fields.simplified.data() == fields.traditional.data() + fields.traditional.size() + 1 &&
+        fields.reading.data() == fields.simplified.data() + fields.simplified.size() + 2 &&
+        fields.glossList.data() == fields.reading.data() + fields.reading.size() + 3 &&
+        fields.glossList.data() + fields.glossList.size() + 1 == line.data() + line.size();
+    if (regular && fields.traditional.size() < 0x100 && fields.simplified.size() < 0x100 &&
+        fields.reading.size() < 0x10000) {
+        place.traditional = static_cast<std::uint8_t>(fields.traditional.size());
+        place.simplified = static_cast<std::uint8_t>(fields.simplified.size());
+        place.reading = static_cast<std::uint16_t>(fields.reading.size());
+    }
+    return place;
+}
+
+CedictLine DictionaryStore::fieldsOf(const Line& line) const {
+    const std::string_view text = wordList_->text().substr(line.start, line.length);
+    if (line.traditional == 0) {
+        return *CedictLine::parse(text);
+    }
+    const std::size_t simplified = line.traditional + std::size_t{1};
+    const std::size_t reading = simplified + line.simplified + 2;
+    const std::size_t glosses = reading + line.reading + 3;
+    return {text.substr(0, line.traditional), text.substr(simplified, line.simplified),
+            text.substr(reading, line.reading), text.substr(glosses, text.size() - glosses - 1)};
 }
 
 Uuid DictionaryStore::identifier(std::size_t number) const {
@@ -71,12 +100,11 @@ Uuid DictionaryStore::identifier(std::size_t number) const {
 }
 
 DictionaryEntry DictionaryStore::entryOfLine(std::size_t line) const {
-    const Line place = lines_[line];
-    const auto fields = CedictLine::parse(wordList_->text().substr(place.start, place.length));
+    const CedictLine fields = fieldsOf(lines_[line]);
     std::vector<EntryDefinition> definitions;
-    definitions.push_back({identifier(2 * line + 1), std::nullopt, fields->glosses()});
-    return DictionaryEntry(std::string(fields->simplified), std::string(fields->traditional),
-                           std::string(fields->reading), std::move(definitions), {}, std::nullopt,
+    definitions.push_back({identifier(2 * line + 1), std::nullopt, fields.glosses()});
+    return DictionaryEntry(std::string(fields.simplified), std::string(fields.traditional),
+                           std::string(fields.reading), std::move(definitions), {}, std::nullopt,
                            identifier(2 * line));
 }
 
@@ -101,6 +129,7 @@ std::vector<DictionaryEntry> DictionaryStore::entries(std::string_view headword)
 std::vector<DictionaryEntry> DictionaryStore::entries(
     const HeadwordIndex::Occurrence& occurrence) const {
     std::vector<DictionaryEntry> found;
+    found.reserve(index_.entryCount(occurrence.node));
     index_.forEachEntry(occurrence.node,
                         [&](std::size_t number) { found.push_back(entry(number)); });
     return found;
@@ -111,6 +140,7 @@ void DictionaryStore::splitEntries(const HeadwordIndex::Occurrence& occurrence,
                                    std::vector<DictionaryEntry>& others) const {
     const std::size_t firstNumber = index_.firstEntry(occurrence.node);
     first = entry(firstNumber);
+    others.reserve(index_.entryCount(occurrence.node) - 1);
     index_.forEachEntry(occurrence.node, [&](std::size_t number) {
         if (number != firstNumber) {
             others.push_back(entry(number));

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "VelmoraCore/CedictLine.h"
 #include "VelmoraCore/CharacterText.h"
 #include "VelmoraCore/DictionaryEntry.h"
 #include "VelmoraCore/DictionaryText.h"
@@ -78,12 +79,18 @@ class DictionaryStore {
                       std::vector<DictionaryEntry>& others) const;
 
   private:
-    /// Where a line of the word list lies in its text.
+    /// Where a line of the word list lies in its text, and its fields in it where it is written as
+    /// lines are ("T S [R] /G/G/"); lengths of 0 where it is not, or where one does not fit.
     struct Line {
         std::uint32_t start = 0;
         std::uint32_t length = 0;
+        std::uint8_t traditional = 0;
+        std::uint8_t simplified = 0;
+        std::uint16_t reading = 0;
     };
 
+    static Line placeOf(std::string_view line, std::size_t start, const CedictLine& fields);
+    CedictLine fieldsOf(const Line& line) const;
     void indexWordList();
     DictionaryEntry entryOfLine(std::size_t line) const;
     Uuid identifier(std::size_t number) const;

@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "VelmoraCore/Utf8.h"
+#include "VelmoraCore/Utf8Scan.h"
 
 namespace velmora {
 namespace {
@@ -98,7 +99,9 @@ std::optional<DictionaryText> DictionaryText::read(const std::string& path,
     DictionaryText text;
     text.bytes_ = std::move(bytes->first);
     text.size_ = bytes->second;
-    if (!isValidUtf8(text.text())) {
+    const Utf8Scan scan = Utf8Scan::of(text.text());
+    text.hasRareLineEnds_ = scan.hasRareLineEnds;
+    if (!scan.valid) {
         error = DictionaryError::notUtf8;
         return std::nullopt;
     }

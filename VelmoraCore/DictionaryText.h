@@ -28,6 +28,9 @@ class DictionaryText {
         return {static_cast<const char*>(bytes_.data()) + start_, size_};
     }
 
+    /// False where all lines end with LF or CR LF.
+    bool hasRareLineEnds() const { return hasRareLineEnds_; }
+
     static constexpr std::size_t maxFileSize = std::size_t{256} << 20;
 
   private:
@@ -37,6 +40,7 @@ class DictionaryText {
     MemoryBlock bytes_;
     std::size_t start_ = 0;
     std::size_t size_ = 0;
+    bool hasRareLineEnds_ = true;
 };
 
 }  // namespace velmora

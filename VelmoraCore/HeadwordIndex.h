@@ -33,14 +33,14 @@ class HeadwordIndex {
     /// Headwords longer than this are not indexed.
     static constexpr std::size_t longestHeadword = 65535;
 
-    /// Makes room for about this many headwords.
-    explicit HeadwordIndex(std::size_t expectedHeadwords = 0);
+    /// Makes room for about this many entries.
+    explicit HeadwordIndex(std::size_t expectedEntries = 0);
 
     /// Adds an entry under its headwords, once where they are equal. An empty headword is passed
     /// over. Entries come in the order of their numbers, from 0 on. Valid UTF-8.
     void add(std::string_view traditional, std::string_view simplified);
 
-    /// Gives back what only building needs.
+    /// Ends the building: nothing is found before, nothing is added after.
     void finish();
 
     /// The number of characters of the longest headword; never below 1.
@@ -58,12 +58,19 @@ class HeadwordIndex {
                                               std::size_t position) const;
 
     /// The number of the first entry under a headword.
-    std::size_t firstEntry(Node node) const { return next_[slotTable()[node].lastPosting - 1] / 2; }
+    std::size_t firstEntry(Node node) const { return next_[slots()[node].lastPosting - 1] / 2; }
+
+    /// The number of entries under a headword.
+    std::size_t entryCount(Node node) const {
+        std::size_t count = 0;
+        forEachEntry(node, [&count](std::size_t) { ++count; });
+        return count;
+    }
 
     /// Calls `visit` with the number of every entry under a headword, in order.
     template <typename Visit>
     void forEachEntry(Node node, Visit visit) const {
-        const std::uint32_t last = slotTable()[node].lastPosting - 1;
+        const std::uint32_t last = slots()[node].lastPosting - 1;
         std::uint32_t posting = last;
         do {
             posting = next_[posting];
@@ -74,10 +81,17 @@ class HeadwordIndex {
   private:
     /// A node of the trie, or an empty place where `longest` is 0.
     struct Slot {
-        std::uint32_t parent = 0;
+        Node parent = 0;
         CharacterKey key = 0;
         std::uint32_t lastPosting = 0;  ///< One above the last of a ring of postings; 0 for none.
         std::uint32_t longest = 0;      ///< Characters of the longest headword through this node.
+    };
+
+    /// A headword on its way in. The hash of each of its beginnings is known before any node is, so
+    /// that the memory of the nodes can be on its way, too.
+    struct Pending {
+        std::vector<CharacterKey> keys;
+        std::vector<std::uint64_t> hashes;
     };
 
     /// The nodes along the headword added last: neighbours in a word list share their beginnings.
@@ -89,21 +103,27 @@ class HeadwordIndex {
     class Window;
 
     static constexpr Node root = 0xFFFFFFFF;
+    static constexpr std::uint64_t rootHash = 0;
     static constexpr std::size_t directKeys = 0x10000;
+    static constexpr std::size_t pendingEntries = 16;
 
-    const Slot* slotTable() const { return static_cast<const Slot*>(table_.data()); }
-    Slot* slotTable() { return static_cast<Slot*>(table_.data()); }
-    std::size_t place(Node parent, CharacterKey key) const {
-        const std::uint64_t pair = std::uint64_t{parent} << 32 | key;
-        return static_cast<std::size_t>(pair * 0x9E3779B97F4A7C15U >> shift_);
+    /// The hash of a beginning and one more character; its high bits are a place in the table.
+    static constexpr std::uint64_t extendHash(std::uint64_t hash, CharacterKey key) {
+        const std::uint64_t product = (hash ^ (key + 1)) * 0x9E3779B97F4A7C15U;
+        return product ^ product >> 29;
     }
 
-    Node child(Node parent, CharacterKey key) const;
+    const Slot* slots() const { return static_cast<const Slot*>(table_.data()); }
+    Slot* slots() { return static_cast<Slot*>(table_.data()); }
+    std::size_t place(std::uint64_t hash) const { return static_cast<std::size_t>(hash >> shift_); }
+
+    Node child(Node parent, CharacterKey key, std::uint64_t hash) const;
     Node firstNode(CharacterKey key) const;
-    Node addNode(Node parent, CharacterKey key);
+    Node addNode(Node parent, CharacterKey key, std::uint64_t hash);
     void grow();
-    void readKeys(std::string_view headword);
-    Node addHeadword(std::string_view headword, Path& path);
+    void enter(std::string_view headword, Pending& pending);
+    void insertOldest();
+    Node insert(const Pending& headword, Path& path);
     void addPosting(Node node, std::uint32_t posting);
 
     MemoryBlock table_;
@@ -115,7 +135,9 @@ class HeadwordIndex {
     std::vector<std::uint32_t> next_;         ///< Postings 2 × entry + which headword, in rings.
     CharacterKeys keys_;
     std::size_t maxHeadwordLength_ = 1;
-    std::vector<CharacterKey> current_;
+    std::size_t entered_ = 0;
+    std::size_t inserted_ = 0;
+    std::vector<std::array<Pending, 2>> pending_;  ///< A ring of entries not inserted yet.
     std::array<Path, 2> paths_;
 };
 

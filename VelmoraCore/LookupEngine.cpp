@@ -57,6 +57,7 @@ std::vector<LookupResult> LookupEngine::lookups(std::string_view text) const {
     const CharacterText characters(text);
     const auto count = static_cast<long long>(characters.count());
     std::vector<LookupResult> results;
+    results.reserve(std::min<std::size_t>(characters.count() / 2 + 1, 1024));
     for (long long position = 0; position < count;) {
         auto result = lookup(characters, position);
         ++position;

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <unordered_map>
 #include <vector>
 
 #include "VelmoraCore/CanonicalText.h"
@@ -17,12 +18,9 @@ constexpr std::size_t longestReference = 10000;
 
 using Keys = std::vector<CharacterKey>;
 
-Keys keysOf(const CharacterText& text, CharacterKeys& characterKeys) {
+Keys keysOf(std::string_view text, CharacterKeys& characterKeys) {
     Keys keys;
-    keys.reserve(text.count());
-    for (std::size_t index = 0; index < text.count(); ++index) {
-        keys.push_back(characterKeys.add(text[index]));
-    }
+    characterKeys.addAll(text, keys);
     return keys;
 }
 
@@ -33,15 +31,60 @@ struct Window {
     std::size_t matches = 0;
 };
 
+/// Numbers the distinct characters of a line from 1 on, so that a reference can be compared in
+/// numbers of `Small` size; every other character is 0.
+template <typename Small>
+class LineNumbers {
+  public:
+    explicit LineNumbers(const Keys& line) : direct_(directKeys, 0) {
+        for (const CharacterKey key : line) {
+            Small& number = slot(key);
+            if (number == 0) {
+                number = static_cast<Small>(++count_);
+            }
+            line_.push_back(number);
+        }
+    }
+
+    const std::vector<Small>& line() const { return line_; }
+
+    std::vector<Small> of(const Keys& reference) const {
+        std::vector<Small> numbers(reference.size());
+        for (std::size_t at = 0; at < reference.size(); ++at) {
+            const CharacterKey key = reference[at];
+            numbers[at] = key < directKeys ? direct_[key] : other(key);
+        }
+        return numbers;
+    }
+
+  private:
+    static constexpr std::size_t directKeys = 0x10000;
+
+    Small& slot(CharacterKey key) { return key < directKeys ? direct_[key] : others_[key]; }
+    Small other(CharacterKey key) const {
+        const auto found = others_.find(key);
+        return found == others_.end() ? Small{0} : found->second;
+    }
+
+    std::vector<Small> direct_;
+    std::unordered_map<CharacterKey, Small> others_;
+    std::vector<Small> line_;
+    std::size_t count_ = 0;
+};
+
 /// How many places of each window agree with the line, for all windows at once: the inner loop runs
 /// along the reference, so that the processor compares many windows in one step.
-std::vector<std::uint16_t> matchCounts(const Keys& line, const Keys& reference) {
-    std::vector<std::uint16_t> counts(reference.size() - line.size() + 1, 0);
+template <typename Small>
+std::vector<Small> matchCounts(const std::vector<Small>& line,
+                               const std::vector<Small>& reference) {
+    std::vector<Small> counts(reference.size() - line.size() + 1, 0);
+    Small* const sums = counts.data();
+    const std::size_t windows = counts.size();
     for (std::size_t place = 0; place < line.size(); ++place) {
-        const CharacterKey key = line[place];
-        const CharacterKey* const keys = reference.data() + place;
-        for (std::size_t start = 0; start < counts.size(); ++start) {
-            counts[start] = static_cast<std::uint16_t>(counts[start] + (keys[start] == key));
+        const Small number = line[place];
+        const Small* const numbers = reference.data() + place;
+        for (std::size_t start = 0; start < windows; ++start) {
+            sums[start] = static_cast<Small>(sums[start] + (numbers[start] == number ? 1 : 0));
         }
     }
     return counts;
@@ -70,14 +113,18 @@ std::optional<OCRTextCorrector::Alignment> exactAlignment(std::string_view ocrLi
     return std::nullopt;
 }
 
+/// The best window of all references. Lines up to 255 characters fit bytes; lines that fit a
+/// reference fit the larger numbers.
+template <typename Small>
 std::optional<Window> bestWindow(const Keys& line, const std::vector<Keys>& references) {
+    const LineNumbers<Small> numbers(line);
     std::optional<Window> best;
     for (std::size_t index = 0; index < references.size(); ++index) {
         const Keys& reference = references[index];
         if (reference.size() < line.size() || reference.size() > longestReference) {
             continue;
         }
-        const std::vector<std::uint16_t> counts = matchCounts(line, reference);
+        const std::vector<Small> counts = matchCounts(numbers.line(), numbers.of(reference));
         const auto top = std::max_element(counts.begin(), counts.end());
         if (!best || *top > best->matches) {
             best = {index, static_cast<std::size_t>(top - counts.begin()), *top};
@@ -96,19 +143,23 @@ bool OCRTextCorrector::Alignment::operator==(const Alignment& other) const {
 std::optional<OCRTextCorrector::Alignment> OCRTextCorrector::align(
     std::string_view ocrLine, std::span<const std::string> references) {
     CharacterKeys characterKeys;
-    const Keys line = keysOf(CharacterText(ocrLine), characterKeys);
+    const Keys line = keysOf(ocrLine, characterKeys);
     if (line.empty() || references.empty()) {
         return std::nullopt;
     }
     std::vector<Keys> referenceKeys;
     referenceKeys.reserve(references.size());
     for (const std::string& reference : references) {
-        referenceKeys.push_back(keysOf(CharacterText(reference), characterKeys));
+        referenceKeys.push_back(keysOf(reference, characterKeys));
     }
     if (auto exact = exactAlignment(ocrLine, line, referenceKeys)) {
         return exact;
     }
-    const auto best = bestWindow(line, referenceKeys);
+    if (line.size() > longestReference) {
+        return std::nullopt;
+    }
+    const auto best = line.size() <= 255 ? bestWindow<std::uint8_t>(line, referenceKeys)
+                                         : bestWindow<std::uint16_t>(line, referenceKeys);
     if (!best || !isClose(line.size(), best->matches)) {
         return std::nullopt;
     }

@@ -38,24 +38,15 @@ bool isAscii(std::string_view text) {
 }
 
 const MarkedVowel* vowel(std::string_view character) {
+    if (character.size() == 1) {
+        constexpr std::string_view plainVowels = "aeiou";
+        const std::size_t number = plainVowels.find(character.front());
+        return number == std::string_view::npos ? nullptr : &toneMarks[number];
+    }
     const auto* const found = std::find_if(
         toneMarks.begin(), toneMarks.end(),
         [&](const MarkedVowel& candidate) { return canonicallyEqual(candidate.base, character); });
     return found == toneMarks.end() ? nullptr : found;
-}
-
-/// Bytes of ASCII are characters, except that CR LF is one; neither takes part in any rule.
-void appendAsciiCharacters(std::string_view text, Characters& characters) {
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        if (text[at] == 'u' && text.substr(at, 2) == "u:") {
-            characters.push_back("ü");
-            ++at;
-        } else if (text[at] == 'v') {
-            characters.push_back("ü");
-        } else {
-            characters.push_back(text.substr(at, 1));
-        }
-    }
 }
 
 void appendCharacters(const CharacterText& text, Characters& characters) {
@@ -142,15 +133,71 @@ PinyinSyllable converted(std::string_view numbered, Characters& characters) {
     return syllable;
 }
 
+/// Stands for ü among bytes of ASCII.
+constexpr char umlaut = '\x80';
+
+/// The longest syllable of ASCII that takes the short way; real ones have seven bytes.
+constexpr std::size_t shortSyllable = 16;
+
+const MarkedVowel* asciiVowel(char byte) {
+    return byte == umlaut ? &toneMarks.back() : vowel(std::string_view(&byte, 1));
+}
+
+/// The same as `markedPosition` for a body in which every byte is a character.
+std::size_t asciiMarkedPosition(std::string_view body) {
+    std::size_t position = body.find('a');
+    if (position == std::string_view::npos) {
+        position = body.find('e');
+    }
+    if (position == std::string_view::npos && body.find("ou") != std::string_view::npos) {
+        position = body.find('o');
+    }
+    for (std::size_t at = body.size(); position == std::string_view::npos && at > 0; --at) {
+        position = asciiVowel(body[at - 1]) != nullptr ? at - 1 : position;
+    }
+    return position;
+}
+
+/// What `converted` gives for a short syllable of ASCII, without splitting it into characters. (The
+/// one character of two bytes that ASCII has, CR LF, takes part in no rule.)
+PinyinSyllable convertedAscii(std::string_view numbered) {
+    std::array<char, shortSyllable> bytes{};
+    std::size_t size = 0;
+    for (std::size_t at = 0; at < numbered.size(); ++at) {
+        const bool colon = numbered[at] == 'u' && numbered.substr(at, 2) == "u:";
+        bytes[size++] = colon || numbered[at] == 'v' ? umlaut : numbered[at];
+        at += static_cast<std::size_t>(colon);
+    }
+    std::string_view body(bytes.data(), size);
+    int digit = 0;
+    if (!body.empty() && body.back() >= '0' && body.back() <= '9') {
+        digit = body.back() - '0';
+        body.remove_suffix(1);
+    }
+    const bool hasTone = digit >= 1 && digit <= 4;
+    const std::size_t marked = hasTone ? asciiMarkedPosition(body) : std::string_view::npos;
+    PinyinSyllable syllable;
+    syllable.numbered = numbered;
+    syllable.tone = hasTone ? static_cast<PinyinTone>(digit) : PinyinTone::neutral;
+    for (std::size_t at = 0; at < body.size(); ++at) {
+        if (at == marked) {
+            syllable.marked += asciiVowel(body[at])->marked[static_cast<std::size_t>(digit) - 1];
+        } else if (body[at] == umlaut) {
+            syllable.marked += toneMarks.back().base;
+        } else {
+            syllable.marked += body[at];
+        }
+    }
+    return syllable;
+}
+
 }  // namespace
 
 PinyinSyllable PinyinConverter::convertSyllable(std::string_view syllable) {
-    Characters characters;
-    characters.reserve(syllable.size());
-    if (isAscii(syllable)) {
-        appendAsciiCharacters(syllable, characters);
-        return converted(syllable, characters);
+    if (syllable.size() <= shortSyllable && isAscii(syllable)) {
+        return convertedAscii(syllable);
     }
+    Characters characters;
     const CharacterText text(syllable);
     appendCharacters(text, characters);
     return converted(syllable, characters);
@@ -164,6 +211,8 @@ std::vector<PinyinSyllable> PinyinConverter::convertPhrase(std::string_view numb
         }
     };
     if (isAscii(numbered)) {
+        syllables.reserve(
+            1 + static_cast<std::size_t>(std::count(numbered.begin(), numbered.end(), ' ')));
         std::size_t start = 0;
         for (std::size_t at = 0; at <= numbered.size(); ++at) {
             if (at == numbered.size() || numbered[at] == ' ') {
@@ -190,6 +239,7 @@ std::string PinyinConverter::markedPhrase(std::string_view numbered) {
 
 std::string PinyinConverter::joinMarked(const std::vector<PinyinSyllable>& syllables) {
     std::string joined;
+    joined.reserve(8 * syllables.size());
     for (const PinyinSyllable& syllable : syllables) {
         if (&syllable != &syllables.front()) {
             joined += ' ';

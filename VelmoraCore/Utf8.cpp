@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <cstring>
 
+#include "VelmoraCore/Utf8Scan.h"
+
 namespace velmora {
 namespace {
 
@@ -59,8 +61,15 @@ Sequence sequenceAt(std::string_view bytes, std::size_t position) {
     return {rule.length, true};
 }
 
-/// The first position at or after `from` where a sequence is broken, or the size of the text.
-std::size_t firstInvalid(std::string_view bytes, std::size_t from) {
+}  // namespace
+
+bool isValidUtf8(std::string_view bytes) {
+    constexpr std::size_t worthVectors = 64;
+    return bytes.size() < worthVectors ? firstInvalidUtf8(bytes, 0) == bytes.size()
+                                       : Utf8Scan::of(bytes).valid;
+}
+
+std::size_t firstInvalidUtf8(std::string_view bytes, std::size_t from) {
     constexpr std::uint64_t highBits = 0x8080808080808080U;
     std::size_t position = from;
     while (position < bytes.size()) {
@@ -81,18 +90,12 @@ std::size_t firstInvalid(std::string_view bytes, std::size_t from) {
     return position;
 }
 
-}  // namespace
-
-bool isValidUtf8(std::string_view bytes) {
-    return firstInvalid(bytes, 0) == bytes.size();
-}
-
 std::string repairedUtf8(std::string_view bytes) {
     std::string repaired;
     repaired.reserve(bytes.size());
     std::size_t position = 0;
     while (position < bytes.size()) {
-        const std::size_t broken = firstInvalid(bytes, position);
+        const std::size_t broken = firstInvalidUtf8(bytes, position);
         repaired.append(bytes.substr(position, broken - position));
         if (broken == bytes.size()) {
             break;

@@ -46,6 +46,10 @@ inline Utf8Scalar utf8ScalarBefore(const char* end) {
 /// U+10FFFF. NUL is a character like any other.
 bool isValidUtf8(std::string_view bytes);
 
+/// The first position at or after `from`, where a sequence begins, whose sequence is broken; the
+/// size of the text where none is.
+std::size_t firstInvalidUtf8(std::string_view bytes, std::size_t from);
+
 /// The text itself where it is valid; otherwise with U+FFFD in place of every maximal part of a
 /// sequence that cannot be completed.
 std::string repairedUtf8(std::string_view bytes);

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+#include "Velmora/CommandLine/Application/PictureFile.h"
+
+#include <QFile>
+#include <QImageReader>
+#include <QString>
+#include <cstring>
+#include <utility>
+#include <vector>
+
+#include "Velmora/CommandLine/Core/TextLayout.h"
+#include "Velmora/CommandLine/Core/UsageError.h"
+
+namespace velmora {
+
+namespace {
+
+/// The picture's transparent parts shown over white.
+QImage opaque(const QImage& picture) {
+    QImage result = picture.convertToFormat(picture.hasAlphaChannel() ? QImage::Format_ARGB32
+                                                                      : QImage::Format_RGB32);
+    if (!picture.hasAlphaChannel()) {
+        return result;
+    }
+    for (int y = 0; y < result.height(); ++y) {
+        auto* row = reinterpret_cast<QRgb*>(result.scanLine(y));
+        for (int x = 0; x < result.width(); ++x) {
+            const int alpha = qAlpha(row[x]);
+            const auto over = [alpha](int value) {
+                return (value * alpha + 255 * (255 - alpha) + 127) / 255;
+            };
+            row[x] = qRgb(over(qRed(row[x])), over(qGreen(row[x])), over(qBlue(row[x])));
+        }
+    }
+    return std::move(result).convertToFormat(QImage::Format_RGB32);
+}
+
+}  // namespace
+
+QImage readPicture(const std::string& path) {
+    constexpr int megabytes = static_cast<int>(largestPicture * 4 / (1024 * 1024));
+    QImageReader::setAllocationLimit(megabytes + 1);
+    QImageReader reader(QFile::decodeName(QByteArray::fromStdString(path)));
+    reader.setDecideFormatFromContent(true);
+    const QSize size = reader.size();
+    if (size.isValid() && static_cast<long long>(size.width()) * size.height() > largestPicture) {
+        throw UsageError(printable(path) + ": more than " +
+                         std::to_string(largestPicture / (1024 * 1024)) + " megapixels");
+    }
+    const QImage picture = reader.read();
+    if (picture.isNull()) {
+        throw UsageError(printable(path) + ": " + reader.errorString().toStdString());
+    }
+    return opaque(picture);
+}
+
+Image imageOf(const QImage& picture) {
+    std::vector<std::uint32_t> pixels(static_cast<std::size_t>(picture.width()) *
+                                      static_cast<std::size_t>(picture.height()));
+    const std::size_t rowBytes = static_cast<std::size_t>(picture.width()) * sizeof(std::uint32_t);
+    for (int y = 0; y < picture.height(); ++y) {
+        std::memcpy(
+            pixels.data() + static_cast<std::size_t>(y) * static_cast<std::size_t>(picture.width()),
+            picture.constScanLine(y), rowBytes);
+    }
+    return {picture.width(), picture.height(), std::move(pixels)};
+}
+
+}  // namespace velmora

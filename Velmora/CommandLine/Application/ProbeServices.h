@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+
+#include "Velmora/Platform/ScreenGeometrySource.h"
+#include "Velmora/TextCapture/ExtractionServices.h"
+
+namespace velmora {
+
+/// What the probe command works with.
+struct ProbeServices {
+    ExtractionServices extraction;
+    std::shared_ptr<ScreenGeometrySource> screenGeometry;
+};
+
+}  // namespace velmora

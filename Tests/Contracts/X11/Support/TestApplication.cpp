@@ -30,6 +30,7 @@ TestApplication::TestApplication(const std::string& display, const std::string& 
     if (!outside_->waitForStarted(patience)) {
         throw std::runtime_error("cannot start " + program);
     }
+    run("base");  // Its connection stands from now on.
 }
 
 TestApplication::~TestApplication() {

@@ -1,0 +1,195 @@
+// SPDX-License-Identifier: MIT
+#include "Velmora/Platform/LinuxX11/X11Screens.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <algorithm>
+#include <cmath>
+#include <mutex>
+#include <set>
+#include <utility>
+
+#include "Velmora/Platform/LinuxX11/X11Connection.h"
+#include "Velmora/Platform/LinuxX11/X11EventPump.h"
+#include "Velmora/Platform/LinuxX11/X11Monitors.h"
+#include "Velmora/Platform/LinuxX11/X11Struts.h"
+
+namespace velmora {
+namespace {
+
+/// Stands apart from the server's identifiers, which have 32 bits.
+constexpr std::uint64_t unnamedScreen = 1ULL << 32;
+
+QList<QScreen*> screensPrimaryFirst() {
+    QList<QScreen*> screens = QGuiApplication::screens();
+    std::stable_partition(screens.begin(), screens.end(), [](const QScreen* screen) {
+        return screen == QGuiApplication::primaryScreen();
+    });
+    return screens;
+}
+
+/// The server's monitor behind a screen of Qt's: they share the native corner, and the name where
+/// several do.
+const X11Monitor* monitorOf(const QScreen& screen, const std::vector<X11Monitor>& monitors) {
+    const X11Monitor* found = nullptr;
+    for (const X11Monitor& monitor : monitors) {
+        const bool sharesCorner =
+            monitor.native.x == screen.geometry().x() && monitor.native.y == screen.geometry().y();
+        const bool sharesName = monitor.name == screen.name().toStdString();
+        if (sharesCorner && (found == nullptr || sharesName)) {
+            found = &monitor;
+        }
+    }
+    return found;
+}
+
+ScreenLayout layoutOf(const QScreen& screen, const std::vector<X11Monitor>& monitors,
+                      std::uint64_t number) {
+    const double ratio = screen.devicePixelRatio();
+    const QRect logical = screen.geometry();
+    const X11Monitor* const monitor = monitorOf(screen, monitors);
+    ScreenLayout layout;
+    layout.ratio = ratio;
+    layout.id = monitor != nullptr ? monitor->id : unnamedScreen + number;
+    layout.nativeFrame =
+        monitor != nullptr
+            ? monitor->native
+            : Rect{static_cast<double>(logical.x()), static_cast<double>(logical.y()),
+                   std::round(logical.width() * ratio), std::round(logical.height() * ratio)};
+    layout.nativeWorkArea = layout.nativeFrame;
+    return layout;
+}
+
+}  // namespace
+
+struct X11Screens::Parts {
+    explicit Parts(const std::string& display)
+        : connection(display),
+          pump(
+              connection, [this](const xcb_generic_event_t& event) { note(event); },
+              [this] {
+                  if (std::exchange(isStale, false)) {
+                      rebuild();
+                  }
+              }) {
+        select(connection.root(), XCB_EVENT_MASK_PROPERTY_CHANGE);
+        followQt();
+        rebuild();
+        pump.keepEarlyEvents();
+    }
+
+    void followQt();
+    void followScreen(QScreen* screen);
+    void refresh();
+    void rebuild();
+    void followPanels(const std::set<xcb_window_t>& windows);
+    void note(const xcb_generic_event_t& event);
+    void select(xcb_window_t window, std::uint32_t events);
+
+    X11Connection connection;
+    std::set<xcb_window_t> panels;
+    bool isStale = false;
+    mutable std::mutex mutex;
+    ScreenGeometry geometry;
+    QObject context;
+    X11EventPump pump;
+};
+
+void X11Screens::Parts::followQt() {
+    QObject::connect(qGuiApp, &QGuiApplication::screenAdded, &context, [this](QScreen* screen) {
+        followScreen(screen);
+        refresh();
+    });
+    QObject::connect(qGuiApp, &QGuiApplication::screenRemoved, &context, [this] { refresh(); });
+    QObject::connect(qGuiApp, &QGuiApplication::primaryScreenChanged, &context,
+                     [this] { refresh(); });
+    for (QScreen* screen : QGuiApplication::screens()) {
+        followScreen(screen);
+    }
+}
+
+void X11Screens::Parts::followScreen(QScreen* screen) {
+    QObject::connect(screen, &QScreen::geometryChanged, &context, [this] { refresh(); });
+    QObject::connect(screen, &QScreen::logicalDotsPerInchChanged, &context, [this] { refresh(); });
+}
+
+void X11Screens::Parts::refresh() {
+    rebuild();
+    pump.keepEarlyEvents();
+}
+
+void X11Screens::Parts::rebuild() {
+    const std::vector<X11Monitor> monitors =
+        connection.isOpen() ? x11Monitors(connection) : std::vector<X11Monitor>{};
+    const X11Struts found = connection.isOpen() ? x11Struts(connection) : X11Struts{};
+    followPanels(found.windows);
+    std::vector<ScreenLayout> layouts;
+    std::vector<Rect> frames;
+    for (const QScreen* screen : screensPrimaryFirst()) {
+        layouts.push_back(layoutOf(*screen, monitors, layouts.size()));
+        frames.push_back(layouts.back().nativeFrame);
+    }
+    for (ScreenLayout& layout : layouts) {
+        layout.nativeWorkArea = x11WorkArea(layout.nativeFrame, frames, found.struts);
+    }
+    ScreenGeometry fresh(std::move(layouts));
+    const std::lock_guard<std::mutex> lock(mutex);
+    geometry = std::move(fresh);
+}
+
+void X11Screens::Parts::followPanels(const std::set<xcb_window_t>& windows) {
+    for (const xcb_window_t window : windows) {
+        if (panels.count(window) == 0) {
+            select(window, XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+        }
+    }
+    for (const xcb_window_t window : panels) {
+        if (windows.count(window) == 0) {
+            select(window, XCB_EVENT_MASK_NO_EVENT);
+        }
+    }
+    panels = windows;
+    xcb_flush(connection.get());
+}
+
+void X11Screens::Parts::select(xcb_window_t window, std::uint32_t events) {
+    if (connection.isOpen()) {
+        xcb_change_window_attributes(connection.get(), window, XCB_CW_EVENT_MASK, &events);
+    }
+}
+
+void X11Screens::Parts::note(const xcb_generic_event_t& event) {
+    switch (event.response_type & 0x7F) {
+        case XCB_PROPERTY_NOTIFY: {
+            const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+            isStale = isStale || change.atom == connection.atom("_NET_CLIENT_LIST") ||
+                      change.atom == connection.atom("_NET_WORKAREA") ||
+                      change.atom == connection.atom("_NET_WM_STRUT_PARTIAL") ||
+                      change.atom == connection.atom("_NET_WM_STRUT");
+            break;
+        }
+        case XCB_CONFIGURE_NOTIFY:
+        case XCB_MAP_NOTIFY:
+        case XCB_UNMAP_NOTIFY:
+        case XCB_DESTROY_NOTIFY:
+            isStale = true;
+            break;
+        default:
+            break;
+    }
+}
+
+X11Screens::X11Screens(const std::string& display) : parts_(std::make_unique<Parts>(display)) {}
+
+X11Screens::~X11Screens() = default;
+
+ScreenGeometry X11Screens::current() const {
+    const std::lock_guard<std::mutex> lock(parts_->mutex);
+    return parts_->geometry;
+}
+
+std::vector<Screen> X11Screens::all() const {
+    return current().screens();
+}
+
+}  // namespace velmora

@@ -55,7 +55,7 @@ HeadwordIndex::HeadwordIndex(std::size_t expectedEntries)
 }
 
 HeadwordIndex::Node HeadwordIndex::child(Node parent, CharacterKey key, std::uint64_t hash) const {
-    const Slot* const all = slots();
+    const Slot* const all = slotTable();
     for (std::size_t at = place(hash);; at = (at + 1) & (capacity_ - 1)) {
         const Slot& slot = all[at];
         if (slot.longest == 0) {
@@ -72,7 +72,7 @@ HeadwordIndex::Node HeadwordIndex::firstNode(CharacterKey key) const {
 }
 
 HeadwordIndex::Node HeadwordIndex::addNode(Node parent, CharacterKey key, std::uint64_t hash) {
-    Slot* const all = slots();
+    Slot* const all = slotTable();
     std::size_t at = place(hash);
     while (all[at].longest != 0) {
         if (all[at].key == key && all[at].parent == parent) {
@@ -102,8 +102,8 @@ void HeadwordIndex::grow() {
         const bool first = old[from].parent == root;
         hashes[from] = extendHash(first ? rootHash : hashes[old[from].parent], old[from].key);
         moved[from] = addNode(first ? root : moved[old[from].parent], old[from].key, hashes[from]);
-        slots()[moved[from]].lastPosting = old[from].lastPosting;
-        slots()[moved[from]].longest = old[from].longest;
+        slotTable()[moved[from]].lastPosting = old[from].lastPosting;
+        slotTable()[moved[from]].longest = old[from].longest;
     }
     for (Path& path : paths_) {
         for (Node& node : path.nodes) {
@@ -133,7 +133,7 @@ void HeadwordIndex::enter(std::string_view headword, Pending& pending) {
     for (const CharacterKey key : pending.keys) {
         hash = extendHash(hash, key);
         pending.hashes.push_back(hash);
-        __builtin_prefetch(slots() + place(hash), 1);
+        __builtin_prefetch(slotTable() + place(hash), 1);
     }
 }
 
@@ -183,14 +183,14 @@ HeadwordIndex::Node HeadwordIndex::insert(const Pending& headword, Path& path) {
         path.nodes.push_back(addNode(parent, keys[depth], headword.hashes[depth]));
     }
     for (const Node node : path.nodes) {
-        std::uint32_t& longest = slots()[node].longest;
+        std::uint32_t& longest = slotTable()[node].longest;
         longest = std::max(longest, static_cast<std::uint32_t>(keys.size()));
     }
     return path.nodes.back();
 }
 
 void HeadwordIndex::addPosting(Node node, std::uint32_t posting) {
-    std::uint32_t& last = slots()[node].lastPosting;
+    std::uint32_t& last = slotTable()[node].lastPosting;
     if (last == 0) {
         next_[posting] = posting;
     } else {
@@ -205,7 +205,7 @@ void HeadwordIndex::finish() {
     }
     for (std::size_t key = 0; key < directKeys; ++key) {
         if (first_[key] != root) {
-            longestFrom_[key] = static_cast<std::uint16_t>(slots()[first_[key]].longest);
+            longestFrom_[key] = static_cast<std::uint16_t>(slotTable()[first_[key]].longest);
         }
     }
     created_ = {};
@@ -224,12 +224,12 @@ std::optional<HeadwordIndex::Node> HeadwordIndex::find(const CharacterText& head
             return std::nullopt;
         }
     }
-    return node != root && slots()[node].lastPosting != 0 ? std::optional(node) : std::nullopt;
+    return node != root && slotTable()[node].lastPosting != 0 ? std::optional(node) : std::nullopt;
 }
 
 std::optional<HeadwordIndex::Node> HeadwordIndex::findCharacter(std::string_view character) const {
     const Node node = firstNode(keys_.find(character));
-    return node != root && slots()[node].lastPosting != 0 ? std::optional(node) : std::nullopt;
+    return node != root && slotTable()[node].lastPosting != 0 ? std::optional(node) : std::nullopt;
 }
 
 std::optional<HeadwordIndex::Occurrence> HeadwordIndex::longestCovering(
@@ -248,7 +248,7 @@ std::optional<HeadwordIndex::Occurrence> HeadwordIndex::longestCovering(
         Node node = firstNode(key);
         std::uint64_t hash = extendHash(rootHash, key);
         for (std::size_t end = start + 1; node != root; ++end) {
-            const Slot& slot = slots()[node];
+            const Slot& slot = slotTable()[node];
             if (end - start >= needed && slot.lastPosting != 0) {
                 best = {node, start, end};
                 needed = end - start + 1;

@@ -58,7 +58,7 @@ class HeadwordIndex {
                                               std::size_t position) const;
 
     /// The number of the first entry under a headword.
-    std::size_t firstEntry(Node node) const { return next_[slots()[node].lastPosting - 1] / 2; }
+    std::size_t firstEntry(Node node) const { return next_[slotTable()[node].lastPosting - 1] / 2; }
 
     /// The number of entries under a headword.
     std::size_t entryCount(Node node) const {
@@ -70,7 +70,7 @@ class HeadwordIndex {
     /// Calls `visit` with the number of every entry under a headword, in order.
     template <typename Visit>
     void forEachEntry(Node node, Visit visit) const {
-        const std::uint32_t last = slots()[node].lastPosting - 1;
+        const std::uint32_t last = slotTable()[node].lastPosting - 1;
         std::uint32_t posting = last;
         do {
             posting = next_[posting];
@@ -113,8 +113,8 @@ class HeadwordIndex {
         return product ^ product >> 29;
     }
 
-    const Slot* slots() const { return static_cast<const Slot*>(table_.data()); }
-    Slot* slots() { return static_cast<Slot*>(table_.data()); }
+    const Slot* slotTable() const { return static_cast<const Slot*>(table_.data()); }
+    Slot* slotTable() { return static_cast<Slot*>(table_.data()); }
     std::size_t place(std::uint64_t hash) const { return static_cast<std::size_t>(hash >> shift_); }
 
     Node child(Node parent, CharacterKey key, std::uint64_t hash) const;

@@ -3,7 +3,15 @@
 
 #include <unistd.h>
 
+#include <algorithm>
+
 namespace velmora {
+namespace {
+
+constexpr int childLimit = 64;
+constexpr int frameLevels = 2;
+
+}  // namespace
 
 X11Ownership::X11Ownership(X11Connection& connection, const X11ClientRange& application)
     : connection_(connection), application_(application) {
@@ -19,12 +27,17 @@ X11Ownership::X11Ownership(X11Connection& connection, const X11ClientRange& appl
     }
 }
 
-std::optional<std::uint32_t> X11Ownership::serverProcessId(xcb_window_t window) {
-    if (!serverKnows_) {
-        return std::nullopt;
-    }
+xcb_res_query_client_ids_cookie_t X11Ownership::askServer(xcb_window_t window) {
     const xcb_res_client_id_spec_t wanted = {window, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
-    const auto cookie = xcb_res_query_client_ids(connection_.get(), 1, &wanted);
+    return xcb_res_query_client_ids(connection_.get(), 1, &wanted);
+}
+
+std::optional<std::uint32_t> X11Ownership::serverProcessId(xcb_window_t window) {
+    return serverKnows_ ? answeredByServer(askServer(window)) : std::nullopt;
+}
+
+std::optional<std::uint32_t> X11Ownership::answeredByServer(
+    xcb_res_query_client_ids_cookie_t cookie) {
     const auto reply = xcbOwned(xcb_res_query_client_ids_reply(connection_.get(), cookie, nullptr));
     if (!reply) {
         return std::nullopt;
@@ -44,6 +57,57 @@ bool X11Ownership::isOurs(xcb_window_t window) {
         return true;
     }
     return ourServerProcessId_ && serverProcessId(window) == ourServerProcessId_;
+}
+
+void X11Ownership::collectOurs(const std::vector<Part>& parts, std::set<xcb_window_t>& ours) {
+    std::vector<xcb_res_query_client_ids_cookie_t> asked;
+    if (ourServerProcessId_) {
+        for (const Part& part : parts) {
+            asked.push_back(askServer(part.window));
+        }
+    }
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+        const bool isKnown = !asked.empty() && answeredByServer(asked[i]) == ourServerProcessId_;
+        if (isKnown || application_.contains(parts[i].window)) {
+            ours.insert(parts[i].topLevel);
+        }
+    }
+}
+
+std::vector<X11Ownership::Part> X11Ownership::childrenOf(const std::vector<Part>& parts,
+                                                         const std::set<xcb_window_t>& without) {
+    xcb_connection_t* const c = connection_.get();
+    std::vector<xcb_query_tree_cookie_t> asked;
+    for (const Part& part : parts) {
+        asked.push_back(xcb_query_tree(c, part.window));
+    }
+    std::vector<Part> children;
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+        const auto tree = xcbOwned(xcb_query_tree_reply(c, asked[i], nullptr));
+        if (!tree || without.count(parts[i].topLevel) > 0) {
+            continue;
+        }
+        const xcb_window_t* list = xcb_query_tree_children(tree.get());
+        const int count = std::min(xcb_query_tree_children_length(tree.get()), childLimit);
+        for (int child = 0; child < count; ++child) {
+            children.push_back({list[child], parts[i].topLevel});
+        }
+    }
+    return children;
+}
+
+std::set<xcb_window_t> X11Ownership::ourTopLevels(const std::vector<xcb_window_t>& windows) {
+    std::set<xcb_window_t> ours;
+    std::vector<Part> parts;
+    for (const xcb_window_t window : windows) {
+        parts.push_back({window, window});
+    }
+    collectOurs(parts, ours);
+    for (int level = 0; level < frameLevels && !parts.empty(); ++level) {
+        parts = childrenOf(parts, ours);
+        collectOurs(parts, ours);
+    }
+    return ours;
 }
 
 std::int64_t X11Ownership::processId(xcb_window_t window) {

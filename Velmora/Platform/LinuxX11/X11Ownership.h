@@ -6,6 +6,8 @@
 
 #include <cstdint>
 #include <optional>
+#include <set>
+#include <vector>
 
 #include "Velmora/Platform/LinuxX11/X11ClientRange.h"
 #include "Velmora/Platform/LinuxX11/X11Connection.h"
@@ -21,12 +23,27 @@ class X11Ownership {
 
     bool isOurs(xcb_window_t window);
 
+    /// The windows of a list that are ours or hold one of ours within two levels, as a window
+    /// manager's frame does. A few round trips whatever the list's length.
+    std::set<xcb_window_t> ourTopLevels(const std::vector<xcb_window_t>& windows);
+
     /// The process behind a window: what the server knows of the connection and what the program
     /// says of itself; −1 where neither tells.
     std::int64_t processId(xcb_window_t window);
 
   private:
+    /// A window that is looked into, and the top-level window that it belongs to.
+    struct Part {
+        xcb_window_t window;
+        xcb_window_t topLevel;
+    };
+
     std::optional<std::uint32_t> serverProcessId(xcb_window_t window);
+    xcb_res_query_client_ids_cookie_t askServer(xcb_window_t window);
+    std::optional<std::uint32_t> answeredByServer(xcb_res_query_client_ids_cookie_t cookie);
+    void collectOurs(const std::vector<Part>& parts, std::set<xcb_window_t>& ours);
+    std::vector<Part> childrenOf(const std::vector<Part>& parts,
+                                 const std::set<xcb_window_t>& without);
 
     X11Connection& connection_;
     X11ClientRange application_;

@@ -7,11 +7,13 @@
 #include <string>
 #include <vector>
 
+#include "Tests/Support/TemporaryFolder.h"
 #include "Tests/Support/TextCapture/ExtractionStage.h"
 #include "Tests/Support/TextCapture/InlineQueue.h"
 #include "Tests/Velmora/ApplicationCommands/CommandRun.h"
 #include "Tests/Velmora/ApplicationCommands/FixedGeometry.h"
 #include "Velmora/CommandLine/Core/UsageError.h"
+#include "Velmora/Platform/Recorded/RecordingFolder.h"
 
 namespace velmora {
 namespace {
@@ -136,6 +138,22 @@ TEST_F(ProbeCommand, RefusesWhatItCannotUnderstandBeforeItOpensADisplay) {
         EXPECT_THROW(run(arguments), UsageError);
     }
     EXPECT_EQ(opened, 0);
+}
+
+TEST_F(ProbeCommand, KeepsWhatItSaw) {
+    const testing::TemporaryFolder folder;
+    EXPECT_EQ(run({"--at", "850,620", "--json", "--record", (folder / "seen").string(),
+                   "--dictionary", VELMORA_FIXTURES "/Probe/words.u8"}),
+              0);
+    const auto loaded = RecordingFolder::load(folder / "seen");
+    ASSERT_TRUE(loaded.recording) << loaded.error;
+    EXPECT_EQ(loaded.recording->pointer, (Point{850, 620}));
+    EXPECT_EQ(loaded.recording->screens.size(), 1U);
+    EXPECT_EQ(loaded.recording->displays.size(), 1U);
+    ASSERT_EQ(loaded.recording->elements.size(), 1U);
+    EXPECT_EQ(loaded.recording->elements[0].boundsForRange.back().first, (Utf16Range{0, 2}))
+        << "the word, too";
+    EXPECT_THROW(run({"--at", "850,620", "--record", "/proc/nowhere"}), UsageError);
 }
 
 TEST_F(ProbeCommand, TakesFractionsAndNegativePositions) {

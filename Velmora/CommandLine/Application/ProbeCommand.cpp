@@ -8,6 +8,7 @@
 #include "Velmora/CommandLine/Application/ExtractionReport.h"
 #include "Velmora/CommandLine/Application/PointArgument.h"
 #include "Velmora/CommandLine/Application/ProbeJson.h"
+#include "Velmora/CommandLine/Application/ProbeRecording.h"
 #include "Velmora/CommandLine/Application/ProbeText.h"
 #include "Velmora/CommandLine/Core/Arguments.h"
 #include "Velmora/CommandLine/Core/DictionarySource.h"
@@ -64,14 +65,22 @@ int runProbeCommand(std::span<const std::string> arguments,
     const auto dictionary = parsed.value("--dictionary");
     const bool json = parsed.has("--json");
     std::shared_ptr<const DictionaryStore> store;
-    if (dictionary || !json) {
+    const auto recordingFolder = parsed.value("--record");
+    if (dictionary || !json || recordingFolder) {
         store = openDictionary(dictionary);
     }
-    const ProbeServices services = makeServices();
+    ProbeServices services = makeServices();
     const ScreenGeometry geometry = services.screenGeometry->current();
+    std::optional<ProbeRecording> recording;
+    if (recordingFolder) {
+        recording.emplace(services.extraction, nativePoint, geometry);
+    }
     ExtractionReport report(parsed.has("--explain") ? &streams.err : nullptr);
     const auto probe =
         extractOnQueue(services.extraction, geometry.screenFromNative(nativePoint), report);
+    if (recording) {
+        recording->save(*recordingFolder, probe, LookupEngine(store));
+    }
     if (!probe || !report.path()) {
         if (json) {
             streams.out << "null\n";

@@ -241,6 +241,9 @@ std::optional<HeadwordIndex::Occurrence> HeadwordIndex::longestCovering(
     for (std::size_t start = first; start <= position; ++start) {
         // Shorter words do not reach the position, or do not beat what is there already.
         std::size_t needed = std::max(position - start, best.end - best.start) + 1;
+        if (needed > text.count() - start) {
+            break;
+        }
         const CharacterKey key = keys.at(start);
         if (key < directKeys && longestFrom_[key] < needed) {
             continue;

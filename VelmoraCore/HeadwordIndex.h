@@ -30,8 +30,9 @@ class HeadwordIndex {
         std::size_t end = 0;
     };
 
-    /// Headwords longer than this are not indexed.
-    static constexpr std::size_t longestHeadword = 65535;
+    /// Headwords longer than this are not indexed: it bounds what a search costs with a word list
+    /// that was made to be slow. Real ones have 20 characters.
+    static constexpr std::size_t longestHeadword = 4096;
 
     /// Makes room for about this many entries.
     explicit HeadwordIndex(std::size_t expectedEntries = 0);

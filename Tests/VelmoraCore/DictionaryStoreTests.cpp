@@ -212,14 +212,16 @@ TEST(DictionaryStore, matches_are_equal_member_by_member) {
 
 TEST(DictionaryStore, very_long_headwords_do_no_harm) {
     std::string longWord;
-    for (int count = 0; count < 60000; ++count) {
+    for (std::size_t count = 0; count < HeadwordIndex::longestHeadword; ++count) {
         longWord += "甲";
     }
-    const DictionaryStore store = storeOf({longWord, "甲乙", longWord + longWord});
-    EXPECT_EQ(store.maxHeadwordLength(), 60000);
+    const DictionaryStore store = storeOf({longWord, "甲乙", longWord + "乙"});
+    const auto length = static_cast<long long>(HeadwordIndex::longestHeadword);
+    EXPECT_EQ(store.maxHeadwordLength(), length);
     EXPECT_EQ(store.entries(longWord).size(), 1U);
-    EXPECT_EQ(matched(store, longWord + "乙", 60000), "甲乙");
-    EXPECT_EQ(matched(store, longWord, 59999), longWord);
+    EXPECT_TRUE(store.entries(longWord + "乙").empty());
+    EXPECT_EQ(matched(store, longWord + "乙", length), "甲乙");
+    EXPECT_EQ(matched(store, "乙" + longWord, length), longWord);
 }
 
 /// The longest headword over a position, found by comparing every substring with every headword.

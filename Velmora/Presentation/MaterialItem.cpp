@@ -33,6 +33,14 @@ void MaterialItem::setFill(const QColor& fill) {
     }
 }
 
+void MaterialItem::setFillsCorners(bool fillsCorners) {
+    if (fillsCorners != fillsCorners_) {
+        fillsCorners_ = fillsCorners;
+        emit appearanceChanged();
+        update();
+    }
+}
+
 void MaterialItem::setStroke(const QColor& stroke) {
     if (stroke != stroke_) {
         stroke_ = stroke;
@@ -44,7 +52,11 @@ void MaterialItem::setStroke(const QColor& stroke) {
 void MaterialItem::paint(QPainter* painter) {
     const QRectF bounds = boundingRect();
     painter->setRenderHint(QPainter::Antialiasing);
-    painter->fillPath(roundedPath(bounds, radius_), fill_);
+    if (fillsCorners_) {
+        painter->fillRect(bounds, fill_);
+    } else {
+        painter->fillPath(roundedPath(bounds, radius_), fill_);
+    }
     // The outer half of a line on the edge itself would fall outside the window; inside, the whole
     // line is visible and sharp.
     const double inset = lineWidth / 2;

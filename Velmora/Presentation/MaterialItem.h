@@ -14,6 +14,7 @@ class MaterialItem : public QQuickPaintedItem {
     QML_NAMED_ELEMENT(Material)
     Q_PROPERTY(double radius READ radius WRITE setRadius NOTIFY appearanceChanged)
     Q_PROPERTY(QColor fill READ fill WRITE setFill NOTIFY appearanceChanged)
+    Q_PROPERTY(bool fillsCorners READ fillsCorners WRITE setFillsCorners NOTIFY appearanceChanged)
     Q_PROPERTY(QColor stroke READ stroke WRITE setStroke NOTIFY appearanceChanged)
 
   public:
@@ -22,8 +23,12 @@ class MaterialItem : public QQuickPaintedItem {
     double radius() const { return radius_; }
     QColor fill() const { return fill_; }
     QColor stroke() const { return stroke_; }
+
+    /// Whether the fill reaches into the corners, where the window's own shape cuts it off.
+    bool fillsCorners() const { return fillsCorners_; }
     void setRadius(double radius);
     void setFill(const QColor& fill);
+    void setFillsCorners(bool fillsCorners);
     void setStroke(const QColor& stroke);
 
     void paint(QPainter* painter) override;
@@ -34,6 +39,7 @@ class MaterialItem : public QQuickPaintedItem {
   private:
     double radius_ = 0;
     QColor fill_ = Qt::transparent;
+    bool fillsCorners_ = false;
     QColor stroke_ = Qt::transparent;
 };
 

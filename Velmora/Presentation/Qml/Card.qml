@@ -16,6 +16,7 @@ Item {
         anchors.fill: parent
         radius: root.cornerRadius
         fill: Theme.material
+        fillsCorners: !Theme.compositing
         stroke: Theme.materialStroke
     }
 

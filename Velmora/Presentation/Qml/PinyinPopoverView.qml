@@ -18,6 +18,7 @@ Item {
         anchors.fill: parent
         radius: root.cornerRadius
         fill: Theme.material
+        fillsCorners: !Theme.compositing
         stroke: Theme.materialStroke
     }
 

@@ -3,7 +3,7 @@
 
 #include <QCoreApplication>
 #include <QGuiApplication>
-#include <QMouseEvent>
+#include <QTest>
 
 namespace velmora::test {
 
@@ -63,12 +63,7 @@ QRectF ViewTest::frame(QQuickItem& item) {
 
 void ViewTest::click(QQuickItem& item) {
     const QPointF position = item.mapToScene({item.width() / 2, item.height() / 2});
-    QMouseEvent press(QEvent::MouseButtonPress, position, position, Qt::LeftButton, Qt::LeftButton,
-                      Qt::NoModifier);
-    QMouseEvent release(QEvent::MouseButtonRelease, position, position, Qt::LeftButton,
-                        Qt::NoButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(&panel(), &press);
-    QCoreApplication::sendEvent(&panel(), &release);
+    QTest::mouseClick(&panel(), Qt::LeftButton, Qt::NoModifier, position.toPoint());
 }
 
 QImage ViewTest::picture() {

@@ -36,6 +36,7 @@ configureAndBuild() {
     done
     mkdir -p build
     log="build/configure-$preset.log"
+    note "Configuring build/$preset"
     cmake --preset "$preset" "${options[@]}" >"$log" 2>&1 || status=$?
     if ((status != 0)); then
         cat "$log" >&2

@@ -169,9 +169,9 @@ int runApplication(int& argumentCount, char** arguments) {
         return EXIT_SUCCESS;
     }
     constexpr int cannotStart = 2;
-    const auto choice = PlatformChoice::fromEnvironment(environmentVariable);
+    const auto choice = PlatformChoice::fromEnvironment();
     if (!choice) {
-        std::fputs("velmora: VELMORA_PLATFORM must be x11, wayland or recorded:FOLDER\n", stderr);
+        std::fprintf(stderr, "velmora: %s\n", PlatformChoice::wrongVariable);
         return cannotStart;
     }
     if (const auto obstacle = preparePlatform(*choice)) {

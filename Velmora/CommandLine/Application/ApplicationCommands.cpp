@@ -1,19 +1,88 @@
 // SPDX-License-Identifier: MIT
 #include "Velmora/CommandLine/Application/ApplicationCommands.h"
 
-#include <cstdio>
+#include <algorithm>
+#include <exception>
+#include <iostream>
+#include <optional>
+#include <span>
 
+#include "Velmora/CommandLine/Application/CommandDesktop.h"
+#include "Velmora/CommandLine/Application/ProbeCommand.h"
+#include "Velmora/CommandLine/Application/RecognizeCommand.h"
 #include "Velmora/CommandLine/Application/RemoteCommands.h"
+#include "Velmora/CommandLine/Core/ExitStatus.h"
+#include "Velmora/CommandLine/Core/UsageError.h"
 
 namespace velmora {
 
+namespace {
+
+using Arguments = std::span<const std::string>;
+
+bool asksForHelp(Arguments arguments) {
+    const auto end = std::ranges::find(arguments, "--");
+    return std::any_of(arguments.begin(), end, [](const std::string& argument) {
+        return argument == "--help" || argument == "-h";
+    });
+}
+
+int probe(Arguments arguments, CommandStreams& streams) {
+    if (asksForHelp(arguments)) {
+        streams.out << probeHelp();
+        return exitFound;
+    }
+    std::optional<CommandDesktop> desktop;
+    const auto services = [&desktop] {
+        return desktop.emplace(CommandDesktop::Screen::needed).probeServices();
+    };
+    return runProbeCommand(arguments, services, streams);
+}
+
+int recognize(Arguments arguments, CommandStreams& streams) {
+    if (asksForHelp(arguments)) {
+        streams.out << recognizeHelp();
+        return exitFound;
+    }
+    std::optional<CommandDesktop> desktop;
+    const auto services = [&desktop] {
+        return desktop.emplace(CommandDesktop::Screen::spared).recognizeServices();
+    };
+    return runRecognizeCommand(arguments, services, streams);
+}
+
+int run(const std::string& command, Arguments arguments, CommandStreams& streams) {
+    if (command == "probe") {
+        return probe(arguments, streams);
+    }
+    if (command == "recognize") {
+        return recognize(arguments, streams);
+    }
+    throw UsageError("there is no such command in this program");
+}
+
+}  // namespace
+
 int runApplicationCommand(const std::vector<std::string>& arguments) {
-    if (!arguments.empty() && isRemoteCommand(arguments.front())) {
+    if (arguments.empty()) {
+        return exitUsage;
+    }
+    if (isRemoteCommand(arguments.front())) {
         return runRemoteCommand(arguments);
     }
-    std::fprintf(stderr, "velmora: no such command: %s\n",
-                 arguments.empty() ? "" : arguments.front().c_str());
-    return 2;
+    CommandStreams streams{
+        .in = std::cin, .out = std::cout, .err = std::cerr, .style = TextStyle::ofStandardOutput()};
+    try {
+        const int status = run(arguments.front(), Arguments(arguments).subspan(1), streams);
+        streams.out.flush();
+        if (!streams.out) {
+            throw UsageError("the answer cannot be written");
+        }
+        return status;
+    } catch (const std::exception& error) {
+        streams.err << "velmora " << arguments.front() << ": " << error.what() << '\n';
+    }
+    return exitUsage;
 }
 
 }  // namespace velmora

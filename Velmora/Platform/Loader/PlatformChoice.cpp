@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Velmora/Platform/Loader/PlatformChoice.h"
 
+#include <cstdlib>
 #include <string_view>
 
 namespace velmora {
@@ -22,6 +23,13 @@ std::optional<PlatformChoice> PlatformChoice::fromEnvironment(const Environment&
     }
     const bool wayland = environment("XDG_SESSION_TYPE") == "wayland";
     return PlatformChoice{wayland ? Kind::wayland : Kind::x11, {}};
+}
+
+std::optional<PlatformChoice> PlatformChoice::fromEnvironment() {
+    return fromEnvironment([](const char* name) {
+        const char* const value = std::getenv(name);
+        return value != nullptr ? std::optional<std::string>(value) : std::nullopt;
+    });
 }
 
 }  // namespace velmora

@@ -20,6 +20,13 @@ struct PlatformChoice {
     /// Nothing where the variable holds something else.
     static std::optional<PlatformChoice> fromEnvironment(const Environment& environment);
 
+    /// The same for the environment of this process.
+    static std::optional<PlatformChoice> fromEnvironment();
+
+    /// What to tell the user where the variable holds something else.
+    static constexpr const char* wrongVariable =
+        "VELMORA_PLATFORM must be x11, wayland or recorded:FOLDER";
+
     bool operator==(const PlatformChoice&) const = default;
 };
 

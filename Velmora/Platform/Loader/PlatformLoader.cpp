@@ -4,47 +4,13 @@
 #include <QByteArray>
 #include <QtGlobal>
 
-#include "Velmora/Platform/Linux/PlainApplicationShell.h"
-#include "Velmora/Platform/Linux/PortalAppearance.h"
 #include "Velmora/Platform/LinuxX11/X11Availability.h"
-#include "Velmora/Platform/Unavailable/UnavailableAccessibilitySystem.h"
-#include "Velmora/Platform/Unavailable/UnavailableCompositor.h"
-#include "Velmora/Platform/Unavailable/UnavailableDesktopAppearance.h"
-#include "Velmora/Platform/Unavailable/UnavailableEventMonitor.h"
-#include "Velmora/Platform/Unavailable/UnavailableScreenCapture.h"
-#include "Velmora/Platform/Unavailable/UnavailableScreenGeometrySource.h"
-#include "Velmora/Platform/Unavailable/UnavailableScreens.h"
-#include "Velmora/Platform/Unavailable/UnavailableSystemPermissions.h"
-#include "Velmora/Platform/Unavailable/UnavailableTextRecognizer.h"
-#include "Velmora/Platform/Unavailable/UnavailableTextRectangleDetector.h"
-#include "Velmora/Platform/Unavailable/UnavailableWindowLocator.h"
+#include "Velmora/Platform/Loader/UnavailablePlatform.h"
+#include "Velmora/Platform/Loader/X11Platform.h"
 
 namespace velmora {
 
 namespace {
-
-PlatformBackends unavailable(const std::string& reason) {
-    return {
-        .screenGeometry = std::make_shared<UnavailableScreenGeometrySource>(reason),
-        .screens = std::make_shared<UnavailableScreens>(reason),
-        .events = std::make_shared<UnavailableEventMonitor>(reason),
-        .windows = std::make_shared<UnavailableWindowLocator>(reason),
-        .screenCapture = std::make_shared<UnavailableScreenCapture>(reason),
-        .compositor = std::make_shared<UnavailableCompositor>(reason),
-        .appearance = std::make_shared<UnavailableDesktopAppearance>(reason),
-        .shell = std::make_shared<PlainApplicationShell>(),
-        .accessibility = std::make_shared<UnavailableAccessibilitySystem>(reason),
-        .permissions = std::make_shared<UnavailableSystemPermissions>(reason),
-        .textRecognizer = std::make_shared<UnavailableTextRecognizer>(reason),
-        .textRectangleDetector = std::make_shared<UnavailableTextRectangleDetector>(reason),
-    };
-}
-
-PlatformBackends loadX11() {
-    PlatformBackends backends = unavailable("not built into this program");
-    backends.appearance = std::make_shared<PortalAppearance>();
-    return backends;
-}
 
 void useToolkitPlatform(const char* name) {
     // Whoever sets the variable knows better, the tests for one.
@@ -85,13 +51,18 @@ std::optional<std::string> preparePlatform(const PlatformChoice& choice) {
 PlatformBackends loadPlatform(const PlatformChoice& choice) {
     switch (choice.kind) {
         case PlatformChoice::Kind::x11:
-            return loadX11();
+            return loadX11Platform();
         case PlatformChoice::Kind::wayland:
-            return unavailable("Wayland sessions are not supported yet; choose an X11 session");
+            return loadUnavailablePlatform(
+                "Wayland sessions are not supported yet; choose an X11 session");
         case PlatformChoice::Kind::recorded:
-            return unavailable("recordings are not played back yet");
+            return loadUnavailablePlatform("recordings are not played back yet");
     }
-    return unavailable("unknown platform");
+    return loadUnavailablePlatform("unknown platform");
+}
+
+PlatformBackends loadRecognition() {
+    return loadUnavailablePlatform("not needed");
 }
 
 }  // namespace velmora

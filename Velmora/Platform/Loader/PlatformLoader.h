@@ -16,4 +16,7 @@ std::optional<std::string> preparePlatform(const PlatformChoice& choice);
 /// To be called on the main thread once the application object is there.
 PlatformBackends loadPlatform(const PlatformChoice& choice);
 
+/// Recognition alone; everything else is of the unavailable kind. Needs no display.
+PlatformBackends loadRecognition();
+
 }  // namespace velmora

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+#include "Velmora/CommandLine/Application/CommandDesktop.h"
+
+#include <QByteArray>
+#include <cstdlib>
+#include <optional>
+
+#include "Velmora/CommandLine/Core/UsageError.h"
+#include "Velmora/Platform/Linux/EventLoopMainQueue.h"
+#include "Velmora/Platform/Linux/Logging.h"
+#include "Velmora/Platform/Linux/SerialWorkerQueue.h"
+#include "Velmora/Platform/Linux/SystemClock.h"
+
+namespace velmora {
+
+CommandDesktop::CommandDesktop(Screen screen)
+    : choice_(prepare(screen)),
+      backends_(screen == Screen::needed ? loadPlatform(choice_) : loadRecognition()),
+      clock_(std::make_shared<SystemClock>()),
+      mainQueue_(std::make_shared<EventLoopMainQueue>()),
+      queue_(std::make_shared<SerialWorkerQueue>(ExtractionServices::queueLabel)) {}
+
+CommandDesktop::~CommandDesktop() {
+    // Whatever still reads does so on this queue, and with the backends.
+    queue_.reset();
+}
+
+PlatformChoice CommandDesktop::prepare(Screen screen) {
+    installLogging();
+    if (screen == Screen::spared) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        return {};
+    }
+    const auto choice = PlatformChoice::fromEnvironment();
+    if (!choice) {
+        throw UsageError(PlatformChoice::wrongVariable);
+    }
+    if (const auto obstacle = preparePlatform(*choice)) {
+        throw UsageError(*obstacle);
+    }
+    return *choice;
+}
+
+ProbeServices CommandDesktop::probeServices() const {
+    return {.extraction = {.accessibility = backends_.accessibility,
+                           .screenCapture = backends_.screenCapture,
+                           .textRecognizer = backends_.textRecognizer,
+                           .textRectangleDetector = backends_.textRectangleDetector,
+                           .screens = backends_.screens,
+                           .clock = clock_,
+                           .queue = queue_,
+                           .mainQueue = mainQueue_},
+            .screenGeometry = backends_.screenGeometry};
+}
+
+RecognizeServices CommandDesktop::recognizeServices() const {
+    return {.textRecognizer = backends_.textRecognizer,
+            .textRectangleDetector = backends_.textRectangleDetector,
+            .clock = clock_};
+}
+
+}  // namespace velmora

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#include "Velmora/Platform/Loader/X11Platform.h"
+
+#include "Velmora/Platform/Linux/AtSpi/AtSpiService.h"
+#include "Velmora/Platform/Linux/AtSpi/AtSpiSystem.h"
+#include "Velmora/Platform/Linux/PortalAppearance.h"
+#include "Velmora/Platform/LinuxX11/X11ClientRange.h"
+#include "Velmora/Platform/LinuxX11/X11Compositor.h"
+#include "Velmora/Platform/LinuxX11/X11EventMonitor.h"
+#include "Velmora/Platform/LinuxX11/X11Screens.h"
+#include "Velmora/Platform/LinuxX11/X11WindowLocator.h"
+#include "Velmora/Platform/Loader/DesktopPermissions.h"
+#include "Velmora/Platform/Loader/UnavailablePlatform.h"
+
+namespace velmora {
+
+PlatformBackends loadX11Platform() {
+    PlatformBackends backends = loadUnavailablePlatform("not built into this program");
+    const X11ClientRange ourWindows = X11ClientRange::ofApplication();
+    const auto screens = std::make_shared<X11Screens>();
+    const auto accessibilityBus = std::make_shared<AtSpiService>();
+    backends.screens = screens;
+    backends.screenGeometry = screens;
+    backends.events = std::make_shared<X11EventMonitor>(*screens, ourWindows);
+    backends.windows = std::make_shared<X11WindowLocator>(ourWindows);
+    backends.compositor = std::make_shared<X11Compositor>();
+    backends.appearance = std::make_shared<PortalAppearance>();
+    backends.accessibility =
+        std::make_shared<AtSpiSystem>(accessibilityBus, *backends.windows, *screens);
+    backends.permissions =
+        std::make_shared<DesktopPermissions>(accessibilityBus, [] { return false; });
+    return backends;
+}
+
+}  // namespace velmora

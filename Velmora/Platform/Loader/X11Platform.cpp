@@ -1,16 +1,21 @@
 // SPDX-License-Identifier: MIT
 #include "Velmora/Platform/Loader/X11Platform.h"
 
-#include "Velmora/Platform/Linux/AtSpi/AtSpiService.h"
-#include "Velmora/Platform/Linux/AtSpi/AtSpiSystem.h"
 #include "Velmora/Platform/Linux/PortalAppearance.h"
+#include "Velmora/Platform/LinuxX11/X11ApplicationShell.h"
 #include "Velmora/Platform/LinuxX11/X11ClientRange.h"
 #include "Velmora/Platform/LinuxX11/X11Compositor.h"
 #include "Velmora/Platform/LinuxX11/X11EventMonitor.h"
+#include "Velmora/Platform/LinuxX11/X11ScreenCapture.h"
 #include "Velmora/Platform/LinuxX11/X11Screens.h"
 #include "Velmora/Platform/LinuxX11/X11WindowLocator.h"
-#include "Velmora/Platform/Loader/DesktopPermissions.h"
 #include "Velmora/Platform/Loader/UnavailablePlatform.h"
+
+#ifdef VELMORA_WITH_ACCESSIBILITY_BUS
+#include "Velmora/Platform/Linux/AtSpi/AtSpiService.h"
+#include "Velmora/Platform/Linux/AtSpi/AtSpiSystem.h"
+#include "Velmora/Platform/Loader/DesktopPermissions.h"
+#endif
 
 namespace velmora {
 
@@ -18,17 +23,21 @@ PlatformBackends loadX11Platform() {
     PlatformBackends backends = loadUnavailablePlatform("not built into this program");
     const X11ClientRange ourWindows = X11ClientRange::ofApplication();
     const auto screens = std::make_shared<X11Screens>();
-    const auto accessibilityBus = std::make_shared<AtSpiService>();
     backends.screens = screens;
     backends.screenGeometry = screens;
     backends.events = std::make_shared<X11EventMonitor>(*screens, ourWindows);
     backends.windows = std::make_shared<X11WindowLocator>(ourWindows);
+    backends.screenCapture = std::make_shared<X11ScreenCapture>(*screens, ourWindows);
+    backends.shell = std::make_shared<X11ApplicationShell>();
     backends.compositor = std::make_shared<X11Compositor>();
     backends.appearance = std::make_shared<PortalAppearance>();
+#ifdef VELMORA_WITH_ACCESSIBILITY_BUS
+    const auto accessibilityBus = std::make_shared<AtSpiService>();
     backends.accessibility =
         std::make_shared<AtSpiSystem>(accessibilityBus, *backends.windows, *screens);
-    backends.permissions =
-        std::make_shared<DesktopPermissions>(accessibilityBus, [] { return false; });
+    backends.permissions = std::make_shared<DesktopPermissions>(
+        accessibilityBus, [possible = X11ScreenCapture::isPossible()] { return possible; });
+#endif
     return backends;
 }
 

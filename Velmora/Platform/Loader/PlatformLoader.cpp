@@ -5,8 +5,10 @@
 #include <QtGlobal>
 
 #include "Velmora/Platform/LinuxX11/X11Availability.h"
+#include "Velmora/Platform/Loader/RecordedPlatform.h"
 #include "Velmora/Platform/Loader/UnavailablePlatform.h"
 #include "Velmora/Platform/Loader/X11Platform.h"
+#include "Velmora/Platform/Recorded/RecordingFolder.h"
 
 namespace velmora {
 
@@ -37,9 +39,11 @@ std::optional<std::string> preparePlatform(const PlatformChoice& choice) {
             useToolkitPlatform("wayland;xcb;offscreen");
             break;
         case PlatformChoice::Kind::recorded: {
-            std::error_code error;
-            if (!std::filesystem::is_directory(choice.recording, error)) {
-                return "no recording in " + choice.recording.string();
+            // Read twice, so that a folder without a recording is a clear line and no empty
+            // desktop.
+            const RecordingFolder::Loaded loaded = RecordingFolder::load(choice.recording);
+            if (!loaded.recording) {
+                return loaded.error;
             }
             useToolkitPlatform("offscreen");
             break;
@@ -56,7 +60,7 @@ PlatformBackends loadPlatform(const PlatformChoice& choice) {
             return loadUnavailablePlatform(
                 "Wayland sessions are not supported yet; choose an X11 session");
         case PlatformChoice::Kind::recorded:
-            return loadUnavailablePlatform("recordings are not played back yet");
+            return loadRecordedPlatform(choice.recording);
     }
     return loadUnavailablePlatform("unknown platform");
 }

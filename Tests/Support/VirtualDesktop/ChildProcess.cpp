@@ -183,6 +183,14 @@ void ChildProcess::signalAll(int signal) const {
     }
 }
 
+void ChildProcess::end() {
+    if (pid_ > 0 && !exitStatus_) {
+        ::kill(pid_, SIGTERM);
+        waitForExit(std::chrono::seconds(5));
+    }
+    kill();
+}
+
 void ChildProcess::kill() {
     if (pid_ < 0) {
         return;

@@ -47,6 +47,9 @@ class ChildProcess {
     /// Sends a signal to every process of the program (SIGSTOP and SIGCONT, say).
     void signalAll(int signal) const;
 
+    /// Asks the program to end, and ends what is left of it after some seconds.
+    void end();
+
     /// Ends every process of the program at once and waits until they are gone.
     void kill();
 

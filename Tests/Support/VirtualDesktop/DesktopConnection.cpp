@@ -174,6 +174,11 @@ void DesktopConnection::awaitEvent(std::chrono::milliseconds timeout) const {
 }
 
 void DesktopConnection::placeWindow(std::uint64_t window, const Rect& client) const {
+    // A maximised window does not move: removed (0) are both directions of that state.
+    connection_->message(
+        window, "_NET_WM_STATE",
+        {0, static_cast<long>(connection_->atom("_NET_WM_STATE_MAXIMIZED_VERT")),
+         static_cast<long>(connection_->atom("_NET_WM_STATE_MAXIMIZED_HORZ")), 2, 0});
     // Static gravity (10): the place is that of the program's own window, without the frame.
     const long flags = 10 | (0xFL << 8) | (2L << 12);
     connection_->message(window, "_NET_MOVERESIZE_WINDOW",

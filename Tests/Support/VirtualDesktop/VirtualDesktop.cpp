@@ -26,6 +26,7 @@ using Clock = std::chrono::steady_clock;
 using Environment = ChildProcess::Environment;
 
 constexpr auto startPatience = std::chrono::seconds(30);
+constexpr double decoration = 40;  // The greatest that a window manager may add to a side.
 constexpr auto glance = std::chrono::milliseconds(25);
 
 fs::path makeFolder() {
@@ -91,7 +92,9 @@ struct VirtualDesktop::Parts {
         programs.clear();
         connection.reset();
         bus.reset();
-        server.reset();
+        if (server) {
+            server->end();  // An orderly end removes the server's lock and socket.
+        }
         for (const auto& [name, value] : replaced) {
             if (value) {
                 setenv(name.c_str(), value->c_str(), 1);
@@ -158,9 +161,6 @@ struct VirtualDesktop::Parts {
         const int first = std::stoi(variable("VELMORA_TEST_DISPLAY", "120"));
         for (int number = first; number < first + 20 && display.empty(); ++number) {
             const std::string name = ":" + std::to_string(number);
-            if (fs::exists("/tmp/.X11-unix/X" + std::to_string(number))) {
-                continue;
-            }
             const std::string line = startAnnounced(server, [&](int fd) {
                 std::vector<std::string> command{
                     "Xvfb",
@@ -349,18 +349,25 @@ VirtualDesktop::Window VirtualDesktop::waitForWindowOf(const ChildProcess& progr
 }
 
 void VirtualDesktop::placeWindow(std::uint64_t window, const Rect& client) {
-    parts_->connection->placeWindow(window, client);
+    // A window manager ignores what it is told of a window before it manages it.
+    std::optional<Clock::time_point> asked;
+    std::string where = "no place";
     const bool placed = waitUntil([&] {
+        if (!asked || Clock::now() - *asked > std::chrono::milliseconds(500)) {
+            parts_->connection->placeWindow(window, client);
+            asked = Clock::now();
+        }
         for (const Window& each : windows()) {
             if (each.id == window) {
-                return std::abs(each.client.x - client.x) < 1 &&
-                       std::abs(each.client.y - client.y) < 1;
+                where = std::to_string(each.client.x) + ", " + std::to_string(each.client.y);
+                return std::abs(each.client.x - client.x) <= decoration &&
+                       std::abs(each.client.y - client.y) <= decoration;
             }
         }
         return false;
     });
     if (!placed) {
-        throw std::runtime_error("the window does not move to its place");
+        throw std::runtime_error("the window does not move to its place; it stands at " + where);
     }
 }
 

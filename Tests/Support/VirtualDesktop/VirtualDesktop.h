@@ -85,7 +85,8 @@ class VirtualDesktop {
     /// condition holds; false after the deadline.
     bool waitUntil(const std::function<bool()>& condition, Milliseconds timeout = patience);
 
-    /// Moves and resizes a window as a pager would, and waits until it stands there.
+    /// Moves and resizes a window as a pager would, and waits until it stands there, give or take
+    /// its decoration.
     void placeWindow(std::uint64_t window, const Rect& client);
     void raiseWindow(std::uint64_t window);
     std::uint64_t focusedWindow() const;

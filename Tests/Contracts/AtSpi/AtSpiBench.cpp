@@ -1,0 +1,167 @@
+// SPDX-License-Identifier: MIT
+#include "Tests/Contracts/AtSpi/AtSpiBench.h"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <stdexcept>
+
+#include "Velmora/Platform/Linux/AtSpi/AtSpiService.h"
+#include "Velmora/Platform/Linux/AtSpi/AtSpiSystem.h"
+#include "Velmora/Platform/LinuxX11/X11WindowLocator.h"
+
+namespace velmora::test {
+
+const char* const contractText =
+    "我们在学习中文词典，今天天气很好。\n"
+    "😀😀汉字和研究生命　国　起源\n"
+    "plain words 词典 here\n";
+
+namespace {
+
+/// One screen without scaling.
+class PlainScreen : public ScreenGeometrySource {
+  public:
+    ScreenGeometry current() const override {
+        return ScreenGeometry({{1, {0, 0, 1600, 1000}, 1, {0, 0, 1600, 1000}}});
+    }
+};
+
+}  // namespace
+
+struct AtSpiBench::Backend {
+    PlainScreen screen;
+    X11WindowLocator locator{X11ClientRange{}};
+    std::shared_ptr<AtSpiService> service = std::make_shared<AtSpiService>();
+    AtSpiSystem system{service, locator, screen};
+};
+
+AtSpiBench::AtSpiBench() : desktop_(std::make_unique<VirtualDesktop>()) {
+    desktop_->enter();
+    backend_ = std::make_unique<Backend>();
+    if (!desktop_->waitUntil([this] { return isTrusted(); })) {
+        throw std::runtime_error("the accessibility bus was not reached");
+    }
+}
+
+AtSpiBench::~AtSpiBench() {
+    backend_.reset();
+}
+
+AccessibilitySystem& AtSpiBench::system() {
+    return backend_->system;
+}
+
+bool AtSpiBench::isTrusted() const {
+    return backend_->service->grant().isGiven();
+}
+
+void AtSpiBench::start(std::vector<std::string> command, const ChildProcess::Environment& extra) {
+    program_ = &desktop_->launch(std::move(command), extra);
+    window_ = desktop_->waitForWindowOf(*program_);
+    desktop_->placeWindow(window_.id, {200, 100, 1000, 700});
+    desktop_->settledScreenshot({0, 0, 1600, 1000});
+    for (const VirtualDesktop::Window& window : desktop_->windows()) {
+        if (window.id == window_.id) {
+            window_ = window;
+        }
+    }
+}
+
+AccessibilityElement::Pointer AtSpiBench::findNow(const std::string& text) {
+    const Rect area = window_.client;
+    for (double y = area.minY() + 5; y < area.maxY(); y += 14) {
+        for (double x = area.minX() + 30; x < area.maxX(); x += 120) {
+            const AccessibilityElement::Pointer element = system().elementAtPosition({x, y});
+            const std::optional<std::string> value = element ? element->value() : std::nullopt;
+            if (value && value->find(text) != std::string::npos) {
+                return element;
+            }
+        }
+    }
+    return nullptr;
+}
+
+AccessibilityElement::Pointer AtSpiBench::elementShowing(const std::string& text) {
+    AccessibilityElement::Pointer found;
+    desktop_->waitUntil([&] {
+        found = findNow(text);
+        return found != nullptr;
+    });
+    // Asked for again where it is, so that its reads have the time of a whole query.
+    const auto position = found ? found->position() : std::nullopt;
+    const auto size = found ? found->size() : std::nullopt;
+    if (position && size) {
+        const std::int64_t location = positionIn(*found, text);
+        if (const auto cell = found->boundsForRange({location, 1})) {
+            const auto again = system().elementAtPosition({cell->midX(), cell->midY()});
+            return again && again->equals(*found) ? again : found;
+        }
+    }
+    return found;
+}
+
+std::optional<Rect> AtSpiBench::ink(const Rect& area) {
+    const Rect part = area.integral();
+    const Image image = desktop_->screenshot(part);
+    std::map<std::uint32_t, int> colours;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            ++colours[image.row(y)[x]];
+        }
+    }
+    const auto background = std::max_element(colours.begin(), colours.end(),
+                                             [](auto& a, auto& b) { return a.second < b.second; });
+    if (background == colours.end()) {
+        return std::nullopt;
+    }
+    const auto channel = [](std::uint32_t colour, int shift) {
+        return static_cast<int>((colour >> shift) & 0xFF);
+    };
+    std::optional<Rect> result;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            int difference = 0;
+            for (const int shift : {0, 8, 16}) {
+                difference +=
+                    std::abs(channel(image.row(y)[x], shift) - channel(background->first, shift));
+            }
+            if (difference > 150) {
+                const Rect pixel{part.x + x, part.y + y, 1, 1};
+                result = result ? result->united(pixel) : pixel;
+            }
+        }
+    }
+    return result;
+}
+
+void AtSpiBench::drag(const Rect& from, const Rect& to) {
+    // A steady hand: programs start a selection only after some motion.
+    const int y = static_cast<int>(from.midY());
+    const int begin = static_cast<int>(from.minX() + 1);
+    const int end = static_cast<int>(to.maxX() - 1);
+    desktop_->movePointer(begin, y);
+    desktop_->pressButton(1);
+    for (int x = begin; x < end; x += 4) {
+        desktop_->movePointer(x, y);
+    }
+    desktop_->movePointer(end, y);
+    desktop_->releaseButton(1);
+}
+
+void AtSpiBench::saveScreenshot(const std::string& name) {
+    VirtualDesktop::savePng(desktop_->screenshot(),
+                            std::string(VELMORA_BUILD_FOLDER) + "/" + name + ".png");
+}
+
+std::int64_t positionIn(const AccessibilityElement& element, const std::string& text) {
+    return QString::fromStdString(element.value().value_or(""))
+        .indexOf(QString::fromStdString(text));
+}
+
+std::string stringAt(const AccessibilityElement& element, std::int64_t location,
+                     std::int64_t length) {
+    return element.stringForRange({location, length}).value_or("(nothing)");
+}
+
+}  // namespace velmora::test

@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: MIT
+#include "Velmora/Platform/Linux/AtSpi/AtSpiApplications.h"
+
+#include "Velmora/Platform/Linux/AtSpi/AtSpiReply.h"
+#include "Velmora/Platform/Linux/AtSpi/AtSpiRequest.h"
+
+namespace velmora {
+
+namespace {
+
+constexpr int applicationLimit = 512;
+constexpr qsizetype nameLimit = 1024;
+
+}  // namespace
+
+std::optional<AtSpiApplication> AtSpiApplications::find(std::int64_t processId,
+                                                        AtSpiDeadline& deadline) {
+    const QList<AtSpiObject> roots = atspireply::objects(
+        bus_.call(atspirequest::children(atspirequest::registryRoot()), deadline),
+        applicationLimit);
+    learnProcesses(roots, deadline);
+    for (const AtSpiObject& root : roots) {
+        if (processes_.value(root.bus, 0) != processId || root.isNull()) {
+            continue;
+        }
+        if (const auto toolkit = toolkitOf(root, deadline)) {
+            return AtSpiApplication{root, *toolkit};
+        }
+    }
+    return std::nullopt;
+}
+
+void AtSpiApplications::learnProcesses(const QList<AtSpiObject>& roots, AtSpiDeadline& deadline) {
+    QHash<QString, std::uint32_t> known;
+    QList<QString> unknown;
+    QList<QDBusMessage> requests;
+    for (const AtSpiObject& root : roots) {
+        const auto found = processes_.constFind(root.bus);
+        if (found != processes_.constEnd()) {
+            known.insert(root.bus, *found);
+        } else if (!unknown.contains(root.bus)) {
+            unknown.append(root.bus);
+            requests.append(atspirequest::processId(root.bus));
+        }
+    }
+    const QList<QDBusMessage> replies = bus_.callAll(requests, deadline);
+    for (qsizetype i = 0; i < unknown.size(); ++i) {
+        if (const auto process = atspireply::unsignedInteger(replies.at(i))) {
+            known.insert(unknown.at(i), *process);
+        }
+    }
+    processes_ = known;
+    toolkits_.removeIf([&](const auto& entry) { return !known.contains(entry.key()); });
+}
+
+std::optional<AtSpiToolkit> AtSpiApplications::toolkitOf(const AtSpiObject& root,
+                                                         AtSpiDeadline& deadline) {
+    const auto found = toolkits_.constFind(root.bus);
+    if (found != toolkits_.constEnd()) {
+        return *found;
+    }
+    const QList<QDBusMessage> replies =
+        bus_.callAll({atspirequest::toolkitName(root), atspirequest::toolkitVersion(root),
+                      atspirequest::name(root)},
+                     deadline);
+    const auto toolkit = atspireply::textProperty(replies.at(0), nameLimit);
+    if (!toolkit) {
+        return std::nullopt;
+    }
+    const AtSpiToolkit result = atSpiToolkit(
+        *toolkit, atspireply::textProperty(replies.at(1), nameLimit).value_or(QString()),
+        atspireply::textProperty(replies.at(2), nameLimit).value_or(QString()));
+    toolkits_.insert(root.bus, result);
+    return result;
+}
+
+}  // namespace velmora

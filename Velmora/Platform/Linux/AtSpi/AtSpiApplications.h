@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QHash>
+#include <cstdint>
+#include <optional>
+
+#include "Velmora/Platform/Linux/AtSpi/AtSpiBus.h"
+#include "Velmora/Platform/Linux/AtSpi/AtSpiObject.h"
+#include "Velmora/Platform/Linux/AtSpi/AtSpiToolkit.h"
+
+namespace velmora {
+
+/// One program on the accessibility bus.
+struct AtSpiApplication {
+    AtSpiObject root;
+    AtSpiToolkit toolkit = AtSpiToolkit::other;
+};
+
+/// Finds programs by their process. The registry is asked every time, which is cheap; what a
+/// program is called and made with is remembered. Worker thread only.
+class AtSpiApplications {
+  public:
+    explicit AtSpiApplications(AtSpiBus& bus) : bus_(bus) {}
+
+    /// Nothing where no program of this process is on the bus, or it does not say what it is.
+    std::optional<AtSpiApplication> find(std::int64_t processId, AtSpiDeadline& deadline);
+
+  private:
+    void learnProcesses(const QList<AtSpiObject>& roots, AtSpiDeadline& deadline);
+    std::optional<AtSpiToolkit> toolkitOf(const AtSpiObject& root, AtSpiDeadline& deadline);
+
+    AtSpiBus& bus_;
+    QHash<QString, std::uint32_t> processes_;
+    QHash<QString, AtSpiToolkit> toolkits_;
+};
+
+}  // namespace velmora

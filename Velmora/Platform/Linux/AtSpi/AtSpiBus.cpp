@@ -1,0 +1,278 @@
+// SPDX-License-Identifier: MIT
+#include "Velmora/Platform/Linux/AtSpi/AtSpiBus.h"
+
+#include <QDBusPendingCall>
+#include <QDBusVariant>
+#include <atomic>
+
+#include "Velmora/Platform/Linux/AtSpi/AtSpiReply.h"
+#include "Velmora/Platform/Linux/AtSpi/AtSpiRequest.h"
+
+namespace velmora {
+
+namespace {
+
+constexpr int ownCallMilliseconds = 150;
+// The last rest of a query's time is too short to tell a silent program from a busy one.
+constexpr AtSpiDeadline::Milliseconds leastWaitToBlame{50};
+constexpr AtSpiDeadline::Milliseconds leastFocusWaitToBlame{25};
+constexpr auto betweenAttempts = std::chrono::seconds(1);
+constexpr qsizetype rememberedFocusLimit = 256;
+constexpr qsizetype pipelineLimit = 128;
+constexpr qsizetype addressLimit = 4096;
+
+const QString busName = QStringLiteral("org.a11y.Bus");
+const QString busPath = QStringLiteral("/org/a11y/bus");
+const QString statusInterface = QStringLiteral("org.a11y.Status");
+const QString propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
+const QString daemonName = QStringLiteral("org.freedesktop.DBus");
+const QString daemonPath = QStringLiteral("/org/freedesktop/DBus");
+const QString localPath = QStringLiteral("/org/freedesktop/DBus/Local");
+const QString localInterface = QStringLiteral("org.freedesktop.DBus.Local");
+
+/// Connections are kept by name in the whole process; ours are never shared.
+QString freshName(const char* kind) {
+    static std::atomic<int> number = 0;
+    return QStringLiteral("velmora-%1-%2").arg(QLatin1String(kind)).arg(++number);
+}
+
+QDBusMessage refusal(const QDBusMessage& request) {
+    return request.createErrorReply(QDBusError::NoReply, QStringLiteral("not asked"));
+}
+
+}  // namespace
+
+AtSpiBus::AtSpiBus(AtSpiGrant& grant)
+    : grant_(grant), session_(QString()), accessibility_(QString()) {
+    connectNow();
+}
+
+AtSpiBus::~AtSpiBus() {
+    dropAccessibility();
+    dropSession();
+}
+
+bool AtSpiBus::connectNow() {
+    if (session_.isConnected() && accessibility_.isConnected()) {
+        return true;
+    }
+    const auto now = AtSpiDeadline::Clock::now();
+    if (lastAttempt_ && now - *lastAttempt_ < betweenAttempts) {
+        return false;
+    }
+    lastAttempt_ = now;
+    return connectSession() && connectAccessibility();
+}
+
+bool AtSpiBus::connectSession() {
+    if (session_.isConnected()) {
+        return true;
+    }
+    dropSession();
+    session_ = QDBusConnection::connectToBus(QDBusConnection::SessionBus, freshName("session"));
+    if (!session_.isConnected()) {
+        return false;
+    }
+    session_.connect(busName, busPath, propertiesInterface, QStringLiteral("PropertiesChanged"),
+                     this, SLOT(statusChanged(QString, QVariantMap, QStringList)));
+    session_.connect(daemonName, daemonPath, daemonName, QStringLiteral("NameOwnerChanged"),
+                     {busName}, QStringLiteral("sss"), this,
+                     SLOT(busOwnerChanged(QString, QString, QString)));
+    session_.connect(QString(), localPath, localInterface, QStringLiteral("Disconnected"), this,
+                     SLOT(sessionDisconnected()));
+    return true;
+}
+
+bool AtSpiBus::connectAccessibility() {
+    if (accessibility_.isConnected()) {
+        return true;
+    }
+    dropAccessibility();
+    const QDBusMessage request =
+        QDBusMessage::createMethodCall(busName, busPath, busName, QStringLiteral("GetAddress"));
+    const std::optional<QString> address = atspireply::text(
+        session_.call(request, QDBus::Block, 2 * ownCallMilliseconds), addressLimit);
+    if (!address || address->isEmpty()) {
+        return false;
+    }
+    accessibility_ = QDBusConnection::connectToBus(*address, freshName("accessibility"));
+    if (!accessibility_.isConnected()) {
+        return false;
+    }
+    accessibility_.connect(QString(), localPath, localInterface, QStringLiteral("Disconnected"),
+                           this, SLOT(accessibilityDisconnected()));
+    readStatus();
+    listenToFocus();
+    grant_.reachable = true;
+    return true;
+}
+
+void AtSpiBus::readStatus() {
+    QDBusMessage request = QDBusMessage::createMethodCall(busName, busPath, propertiesInterface,
+                                                          QStringLiteral("Get"));
+    request.setArguments({statusInterface, QStringLiteral("IsEnabled")});
+    const QDBusMessage reply = session_.call(request, QDBus::Block, ownCallMilliseconds);
+    if (reply.type() == QDBusMessage::ReplyMessage && reply.signature() == QLatin1String("v")) {
+        grant_.switchedOn = reply.arguments().at(0).value<QDBusVariant>().variant().toBool();
+    }
+}
+
+void AtSpiBus::switchOn() {
+    lastAttempt_.reset();
+    if (!connectSession()) {
+        return;
+    }
+    QDBusMessage request = QDBusMessage::createMethodCall(busName, busPath, propertiesInterface,
+                                                          QStringLiteral("Set"));
+    request.setArguments(
+        {statusInterface, QStringLiteral("IsEnabled"), QVariant::fromValue(QDBusVariant(true))});
+    session_.call(request, QDBus::Block, ownCallMilliseconds);
+    connectAccessibility();
+    readStatus();
+}
+
+void AtSpiBus::listenToFocus() {
+    accessibility_.connect(QString(), QString(), QStringLiteral("org.a11y.atspi.Event.Object"),
+                           QStringLiteral("StateChanged"), {QStringLiteral("focused")}, QString(),
+                           this, SLOT(focusChanged(QDBusMessage)));
+    accessibility_.connect(daemonName, daemonPath, daemonName, QStringLiteral("NameOwnerChanged"),
+                           {}, QStringLiteral("sss"), this,
+                           SLOT(programLeft(QString, QString, QString)));
+    // Programs tell only what somebody registered for. Nobody has to wait for this answer.
+    QDBusMessage request = QDBusMessage::createMethodCall(
+        atspirequest::registryRoot().bus, QStringLiteral("/org/a11y/atspi/registry"),
+        atspirequest::registryRoot().bus, QStringLiteral("RegisterEvent"));
+    request.setArguments(
+        {QStringLiteral("object:state-changed:focused"), QStringList(), QString()});
+    accessibility_.asyncCall(request);
+}
+
+void AtSpiBus::dropAccessibility() {
+    grant_.reachable = false;
+    lastFocus_.clear();
+    hoverHealth_.forgetAll();
+    focusHealth_.forgetAll();
+    if (!accessibility_.name().isEmpty()) {
+        QDBusConnection::disconnectFromBus(accessibility_.name());
+        accessibility_ = QDBusConnection(QString());
+    }
+}
+
+void AtSpiBus::dropSession() {
+    grant_.switchedOn = false;
+    if (!session_.name().isEmpty()) {
+        QDBusConnection::disconnectFromBus(session_.name());
+        session_ = QDBusConnection(QString());
+    }
+}
+
+void AtSpiBus::statusChanged(const QString& interface, const QVariantMap& changed,
+                             const QStringList& invalidated) {
+    if (interface != statusInterface) {
+        return;
+    }
+    const auto found = changed.constFind(QStringLiteral("IsEnabled"));
+    if (found != changed.constEnd()) {
+        grant_.switchedOn = found->toBool();
+    } else if (invalidated.contains(QStringLiteral("IsEnabled"))) {
+        readStatus();
+    }
+}
+
+void AtSpiBus::busOwnerChanged(const QString&, const QString&, const QString& after) {
+    dropAccessibility();
+    grant_.switchedOn = false;
+    if (!after.isEmpty()) {
+        connectAccessibility();
+    }
+}
+
+void AtSpiBus::accessibilityDisconnected() {
+    dropAccessibility();
+}
+
+void AtSpiBus::sessionDisconnected() {
+    dropAccessibility();
+    dropSession();
+}
+
+void AtSpiBus::focusChanged(const QDBusMessage& signal) {
+    const QVariantList values = signal.arguments();
+    if (values.size() < 2 || values.at(1).typeId() != QMetaType::Int) {
+        return;
+    }
+    if (values.at(1).toInt() == 0) {
+        const auto found = lastFocus_.constFind(signal.service());
+        if (found != lastFocus_.constEnd() && found->path == signal.path()) {
+            lastFocus_.erase(found);
+        }
+    } else if (lastFocus_.size() < rememberedFocusLimit) {
+        lastFocus_.insert(signal.service(), {signal.service(), signal.path()});
+    }
+}
+
+void AtSpiBus::programLeft(const QString& name, const QString&, const QString& after) {
+    if (after.isEmpty()) {
+        lastFocus_.remove(name);
+    }
+}
+
+QList<QDBusMessage> AtSpiBus::callAll(const QList<QDBusMessage>& requests,
+                                      AtSpiDeadline& deadline) {
+    QList<QDBusMessage> replies;
+    replies.reserve(requests.size());
+    for (qsizetype first = 0; first < requests.size(); first += pipelineLimit) {
+        callTogether(requests.mid(first, pipelineLimit), deadline, replies);
+    }
+    return replies;
+}
+
+void AtSpiBus::callTogether(const QList<QDBusMessage>& requests, AtSpiDeadline& deadline,
+                            QList<QDBusMessage>& replies) {
+    const auto timeout = deadline.forNextCall();
+    QList<std::optional<QDBusPendingCall>> pending;
+    for (const QDBusMessage& request : requests) {
+        if (timeout.count() > 0 && accessibility_.isConnected() &&
+            !isLeftAlone(request.service(), deadline.purpose())) {
+            pending.append(accessibility_.asyncCall(request, static_cast<int>(timeout.count())));
+        } else {
+            pending.append(std::nullopt);
+        }
+    }
+    for (qsizetype i = 0; i < requests.size(); ++i) {
+        if (!pending.at(i)) {
+            replies.append(refusal(requests.at(i)));
+            continue;
+        }
+        pending[i]->waitForFinished();
+        replies.append(pending.at(i)->reply());
+        if (atspireply::isTimeout(replies.last())) {
+            deadline.giveUp();
+            blame(requests.at(i).service(), deadline.purpose(), timeout);
+        }
+    }
+}
+
+void AtSpiBus::blame(const QString& bus, AtSpiPurpose purpose, AtSpiDeadline::Milliseconds waited) {
+    if (purpose == AtSpiPurpose::hover && waited >= leastWaitToBlame) {
+        hoverHealth_.leaveAlone(bus, accessibility_);
+    } else if (purpose == AtSpiPurpose::focus && waited >= leastFocusWaitToBlame) {
+        focusHealth_.leaveAlone(bus, accessibility_);
+    }
+}
+
+QDBusMessage AtSpiBus::call(const QDBusMessage& request, AtSpiDeadline& deadline) {
+    return callAll({request}, deadline).first();
+}
+
+bool AtSpiBus::isLeftAlone(const QString& bus, AtSpiPurpose purpose) {
+    return hoverHealth_.isLeftAlone(bus) ||
+           (purpose != AtSpiPurpose::hover && focusHealth_.isLeftAlone(bus));
+}
+
+std::optional<AtSpiObject> AtSpiBus::lastFocus(const QString& bus) const {
+    const auto found = lastFocus_.constFind(bus);
+    return found == lastFocus_.constEnd() ? std::nullopt : std::optional(*found);
+}
+
+}  // namespace velmora

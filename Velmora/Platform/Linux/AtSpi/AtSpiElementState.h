@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include "Velmora/Platform/Linux/AtSpi/AtSpiObject.h"
+#include "Velmora/Platform/Linux/AtSpi/AtSpiSpace.h"
+#include "Velmora/Platform/Linux/AtSpi/AtSpiTextContent.h"
+
+namespace velmora {
+
+/// How far the cells that an element reports for its characters can be believed.
+enum class AtSpiCells {
+    unknown,
+    right,
+    shifted,  ///< All by the same distance.
+    none,     ///< They say nothing.
+};
+
+/// What an element is and what was read of it so far. Filled on the worker thread only; the first
+/// three never change and may be read anywhere.
+struct AtSpiElementState {
+    AtSpiObject object;
+    AtSpiToolkit toolkit = AtSpiToolkit::other;
+    AtSpiSpace space;
+
+    bool isLearnt = false;
+    std::uint32_t role = 0;
+    int characterCount = -1;  ///< In the toolkit's own units; −1 where it shows no text.
+    std::optional<AtSpiTextContent> content;
+    AtSpiCells cells = AtSpiCells::unknown;
+    Point cellShift;  ///< To be added to reported cells.
+};
+
+}  // namespace velmora

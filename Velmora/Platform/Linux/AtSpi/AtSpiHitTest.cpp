@@ -1,0 +1,209 @@
+// SPDX-License-Identifier: MIT
+#include "Velmora/Platform/Linux/AtSpi/AtSpiHitTest.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "Velmora/Platform/Linux/AtSpi/AtSpiConstants.h"
+#include "Velmora/Platform/Linux/AtSpi/AtSpiReply.h"
+#include "Velmora/Platform/Linux/AtSpi/AtSpiRequest.h"
+
+namespace velmora {
+
+namespace {
+
+constexpr int depthLimit = 60;
+constexpr int scanDepthLimit = 4;
+constexpr int scanLimit = 400;  // Elements looked at in all, in one hit test.
+constexpr int childrenPerScan = 100;
+constexpr int enclosingLimit = 3;
+constexpr int rootPaneSearchLimit = 16;
+
+const QString textInterface = QStringLiteral("org.a11y.atspi.Text");
+
+int rounded(double value) {
+    return static_cast<int>(std::floor(std::clamp(value, -1e6, 1e6)));
+}
+
+bool isEmptyText(const QDBusMessage& interfaces, const QDBusMessage& count) {
+    return !atspireply::names(interfaces).contains(textInterface) ||
+           atspireply::integerProperty(count).value_or(0) <= 0;
+}
+
+}  // namespace
+
+AtSpiHit AtSpiHitTest::textElementAt(const AtSpiWindow& window, Point capture) {
+    return withEnclosingText(deepestAt(window, capture), capture);
+}
+
+AtSpiHit AtSpiHitTest::deepestAt(const AtSpiWindow& window, Point capture) {
+    AtSpiHit hit{window.object, window.space};
+    QList<AtSpiObject> seen{hit.object};
+    for (int depth = 0; depth < depthLimit && !deadline_.isOver(); ++depth) {
+        const std::optional<AtSpiObject> child = childAt(hit, capture, depth == 0);
+        if (!child || seen.contains(*child)) {
+            break;
+        }
+        hit = {*child, spaceBelow(hit, *child)};
+        seen.append(*child);
+    }
+    return hit;
+}
+
+std::optional<AtSpiObject> AtSpiHitTest::childAt(const AtSpiHit& hit, Point capture, bool isFirst) {
+    const Point target = hit.space.targetFromCapture(capture);
+    const QDBusMessage request = atspirequest::elementAtPoint(
+        hit.object, rounded(target.x), rounded(target.y), hit.space.coordinates());
+    QList<QDBusMessage> replies =
+        bus_.callAll({request, atspirequest::childCount(hit.object)}, deadline_);
+    std::optional<AtSpiObject> child = atspireply::object(replies.first());
+    if (isFirst && toolkit_ == AtSpiToolkit::gecko && (!child || child->isNull())) {
+        // The first question after a page was shown wakes its tree up.
+        child = atspireply::object(bus_.call(request, deadline_));
+    }
+    if (child && !child->isNull()) {
+        return child;
+    }
+    if (atspireply::integerProperty(replies.at(1)).value_or(0) < 1) {
+        return std::nullopt;
+    }
+    return scanChildren(hit.object, hit.space, target, 0);
+}
+
+std::optional<AtSpiObject> AtSpiHitTest::scanChildren(const AtSpiObject& parent,
+                                                      const AtSpiSpace& space, Point target,
+                                                      int depth) {
+    const QList<AtSpiObject> children =
+        atspireply::objects(bus_.call(atspirequest::children(parent), deadline_),
+                            std::min(childrenPerScan, scanLimit - scanned_));
+    scanned_ += static_cast<int>(children.size());
+    QList<QDBusMessage> requests;
+    for (const AtSpiObject& child : children) {
+        requests << atspirequest::states(child) << atspirequest::role(child)
+                 << atspirequest::extents(child, space.coordinates());
+    }
+    const QList<QDBusMessage> replies = bus_.callAll(requests, deadline_);
+    QList<AtSpiObject> passedThrough;
+    for (qsizetype i = children.size() - 1; i >= 0; --i) {
+        if (!hasState(atspireply::states(replies.at(3 * i)), AtSpiState::showing) ||
+            children.at(i).isNull()) {
+            continue;
+        }
+        const bool isTab = atspireply::unsignedInteger(replies.at(3 * i + 1)) ==
+                           static_cast<std::uint32_t>(AtSpiRole::pageTab);
+        const std::optional<Rect> extents = atspireply::extents(replies.at(3 * i + 2));
+        if (extents && extents->contains(target)) {
+            return children.at(i);
+        }
+        // The place of a tab is that of its handle, but its page is its child.
+        if (!extents || isTab) {
+            passedThrough.append(children.at(i));
+        }
+    }
+    if (depth < scanDepthLimit) {
+        for (const AtSpiObject& child : passedThrough) {
+            if (auto found = scanChildren(child, space, target, depth + 1)) {
+                return found;
+            }
+        }
+    }
+    return std::nullopt;
+}
+
+AtSpiSpace AtSpiHitTest::spaceBelow(const AtSpiHit& parent, const AtSpiObject& child) {
+    if (toolkit_ != AtSpiToolkit::libreOffice) {
+        return parent.space;
+    }
+    // The office suite's own elements, which begin at the root pane, count from another corner than
+    // the toolkit's element that holds them and fills the same place.
+    const QList<QDBusMessage> replies =
+        bus_.callAll({atspirequest::role(child),
+                      atspirequest::extents(parent.object, parent.space.coordinates()),
+                      atspirequest::extents(child, parent.space.coordinates())},
+                     deadline_);
+    const auto role = atspireply::unsignedInteger(replies.at(0));
+    const auto outer = atspireply::extents(replies.at(1));
+    const auto inner = atspireply::extents(replies.at(2));
+    if (role != static_cast<std::uint32_t>(AtSpiRole::rootPane) || !outer || !inner) {
+        return parent.space;
+    }
+    return parent.space.shifted(outer->x - inner->x, outer->y - inner->y);
+}
+
+AtSpiSpace AtSpiHitTest::spaceOf(const AtSpiObject& object, const AtSpiSpace& windowSpace) {
+    if (toolkit_ != AtSpiToolkit::libreOffice) {
+        return windowSpace;
+    }
+    AtSpiObject child = object;
+    for (int i = 0; i < rootPaneSearchLimit; ++i) {
+        const QList<QDBusMessage> replies =
+            bus_.callAll({atspirequest::role(child), atspirequest::parent(child)}, deadline_);
+        const auto parent = atspireply::objectProperty(replies.at(1));
+        if (!parent || parent->isNull()) {
+            break;
+        }
+        if (atspireply::unsignedInteger(replies.at(0)) ==
+            static_cast<std::uint32_t>(AtSpiRole::rootPane)) {
+            return spaceBelow({*parent, windowSpace}, child);
+        }
+        child = *parent;
+    }
+    return windowSpace;
+}
+
+AtSpiHit AtSpiHitTest::withEnclosingText(AtSpiHit hit, Point capture) {
+    const QList<QDBusMessage> replies =
+        bus_.callAll({atspirequest::interfaces(hit.object),
+                      atspirequest::characterCount(hit.object), atspirequest::role(hit.object)},
+                     deadline_);
+    const bool isEmpty = isEmptyText(replies.at(0), replies.at(1));
+    if (toolkit_ == AtSpiToolkit::qt && isEmpty) {
+        // The viewport of a text lies over it and knows nothing.
+        const std::optional<AtSpiObject> parent = parentOf(hit.object);
+        if (parent) {
+            const QList<QDBusMessage> about = bus_.callAll(
+                {atspirequest::interfaces(*parent), atspirequest::characterCount(*parent)},
+                deadline_);
+            return isEmptyText(about.at(0), about.at(1)) ? hit : AtSpiHit{*parent, hit.space};
+        }
+    }
+    if (toolkit_ == AtSpiToolkit::chromium && !isEmpty &&
+        atspireply::unsignedInteger(replies.at(2)) ==
+            static_cast<std::uint32_t>(AtSpiRole::staticText)) {
+        // Runs of one format are elements of their own; the paragraph has the words across them.
+        for (int i = 0; i < enclosingLimit; ++i) {
+            const std::optional<AtSpiObject> parent = parentOf(hit.object);
+            if (!parent || !showsTextAt(*parent, hit.space, capture)) {
+                break;
+            }
+            hit.object = *parent;
+        }
+    }
+    return hit;
+}
+
+bool AtSpiHitTest::showsTextAt(const AtSpiObject& object, const AtSpiSpace& space, Point capture) {
+    const Point target = space.targetFromCapture(capture);
+    const std::optional<int> offset = atspireply::integer(
+        bus_.call(atspirequest::offsetAtPoint(object, rounded(target.x), rounded(target.y),
+                                              space.coordinates()),
+                  deadline_));
+    if (!offset || *offset < 0 || *offset > std::numeric_limits<int>::max() - 1) {
+        return false;
+    }
+    const std::optional<QString> character =
+        atspireply::text(bus_.call(atspirequest::text(object, *offset, *offset + 1), deadline_), 4);
+    return character && !character->isEmpty() && character->at(0) != QChar(embeddedObject);
+}
+
+std::optional<AtSpiObject> AtSpiHitTest::parentOf(const AtSpiObject& object) {
+    std::optional<AtSpiObject> parent =
+        atspireply::objectProperty(bus_.call(atspirequest::parent(object), deadline_));
+    if (!parent || parent->isNull() || parent->bus != object.bus) {
+        return std::nullopt;
+    }
+    return parent;
+}
+
+}  // namespace velmora

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#include "Velmora/Platform/Linux/AtSpi/AtSpiService.h"
+
+namespace velmora {
+
+namespace {
+
+constexpr std::chrono::milliseconds firstWait{150};
+constexpr std::chrono::milliseconds promptWait{200};
+
+}  // namespace
+
+AtSpiService::AtSpiService() {
+    worker_.post([this] { core_ = std::make_unique<Core>(grant_); });
+    worker_.run<bool>(firstWait, [] { return true; });
+}
+
+AtSpiService::~AtSpiService() {
+    // What was made on the worker thread ends there; its calls are bounded, so this wait is.
+    worker_.finish([this] { core_.reset(); });
+}
+
+bool AtSpiService::switchOn() {
+    worker_.run<bool>(promptWait, [this] {
+        if (core_) {
+            core_->bus.switchOn();
+        }
+        return true;
+    });
+    return grant_.isGiven();
+}
+
+}  // namespace velmora

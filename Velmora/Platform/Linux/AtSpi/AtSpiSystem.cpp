@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: MIT
+#include "Velmora/Platform/Linux/AtSpi/AtSpiSystem.h"
+
+#include <unistd.h>
+
+#include <cmath>
+
+#include "Velmora/Platform/Linux/AtSpi/AtSpiElement.h"
+#include "Velmora/Platform/Linux/AtSpi/AtSpiFocus.h"
+#include "Velmora/Platform/Linux/AtSpi/AtSpiHitTest.h"
+#include "Velmora/Platform/Linux/AtSpi/AtSpiService.h"
+#include "Velmora/Platform/Linux/AtSpi/AtSpiWindowElement.h"
+#include "Velmora/Platform/Linux/AtSpi/AtSpiWindows.h"
+
+namespace velmora {
+
+namespace {
+
+using FoundElement = std::optional<AtSpiElementState>;
+
+FoundElement found(const AtSpiHit& hit, AtSpiToolkit toolkit) {
+    AtSpiElementState state;
+    state.object = hit.object;
+    state.toolkit = toolkit;
+    state.space = hit.space;
+    return state;
+}
+
+FoundElement findElementAt(AtSpiService::Core& core, const WindowInfo& window, Point capture,
+                           const ScreenGeometry& geometry, AtSpiDeadline& deadline) {
+    const auto application = core.applications.find(window.processId, deadline);
+    if (!application || core.bus.isLeftAlone(application->root.bus, deadline.purpose())) {
+        return std::nullopt;
+    }
+    const auto frame = findAtSpiWindow(core.bus, *application, window, geometry, deadline);
+    if (!frame) {
+        return std::nullopt;
+    }
+    AtSpiHitTest test(core.bus, application->toolkit, deadline);
+    const AtSpiHit hit = test.textElementAt(*frame, capture);
+    // A program that fell silent on the way is not asked on; its window will do.
+    return deadline.isOver() ? std::nullopt : found(hit, application->toolkit);
+}
+
+FoundElement findFocus(AtSpiService::Core& core, const WindowInfo& window,
+                       const ScreenGeometry& geometry, AtSpiDeadline& deadline) {
+    const auto application = core.applications.find(window.processId, deadline);
+    if (!application || core.bus.isLeftAlone(application->root.bus, deadline.purpose())) {
+        return std::nullopt;
+    }
+    const auto frame = findAtSpiWindow(core.bus, *application, window, geometry, deadline);
+    if (!frame) {
+        return std::nullopt;
+    }
+    const auto object = findAtSpiFocus(core.bus, *application, frame->object, deadline);
+    if (!object) {
+        return std::nullopt;
+    }
+    AtSpiHitTest test(core.bus, application->toolkit, deadline);
+    return found({*object, test.spaceOf(*object, frame->space)}, application->toolkit);
+}
+
+Rect visiblePart(const WindowInfo& window) {
+    const Rect& client = window.nativeClient;
+    const Rect& shadow = window.nativeShadow;
+    return {client.x + shadow.x, client.y + shadow.y, client.width - shadow.x - shadow.width,
+            client.height - shadow.y - shadow.height};
+}
+
+}  // namespace
+
+AtSpiSystem::AtSpiSystem(std::shared_ptr<AtSpiService> service, WindowLocator& locator,
+                         const ScreenGeometrySource& geometry)
+    : service_(std::move(service)), locator_(locator), geometry_(geometry) {}
+
+AtSpiSystem::~AtSpiSystem() = default;
+
+AccessibilityElement::Pointer AtSpiSystem::elementAtPosition(Point point) {
+    budget_ = std::make_shared<AtSpiBudget>();
+    if (!service_->grant().isGiven() || !std::isfinite(point.x) || !std::isfinite(point.y)) {
+        return nullptr;
+    }
+    const ScreenGeometry geometry = geometry_.current();
+    const auto window = locator_.topmostWindowAt(geometry.nativeFromCapture(point));
+    if (!window || window->processId == getpid()) {
+        return nullptr;
+    }
+    FoundElement state = service_->ask<FoundElement>(
+        *budget_,
+        [window = *window, point, geometry](AtSpiService::Core& core, AtSpiDeadline& deadline) {
+            return findElementAt(core, window, point, geometry, deadline);
+        });
+    if (state) {
+        return std::make_shared<AtSpiElement>(service_, budget_, std::move(*state));
+    }
+    return std::make_shared<AtSpiWindowElement>(window->id,
+                                                geometry.captureFromNative(visiblePart(*window)));
+}
+
+AccessibilityElement::Pointer AtSpiSystem::focusedElement() {
+    if (!service_->grant().isGiven()) {
+        return nullptr;
+    }
+    const auto window = locator_.focusedWindow();
+    if (!window || window->processId == getpid()) {
+        return nullptr;
+    }
+    const auto whole = budget_ && budget_->isMine() ? budget_ : std::make_shared<AtSpiBudget>();
+    const auto budget = std::make_shared<AtSpiBudget>(whole);
+    FoundElement state = service_->ask<FoundElement>(
+        *budget, [window = *window, geometry = geometry_.current()](AtSpiService::Core& core,
+                                                                    AtSpiDeadline& deadline) {
+            return findFocus(core, window, geometry, deadline);
+        });
+    return state ? std::make_shared<AtSpiElement>(service_, budget, std::move(*state)) : nullptr;
+}
+
+}  // namespace velmora

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+
+#include "Velmora/Platform/AccessibilitySystem.h"
+#include "Velmora/Platform/ScreenGeometrySource.h"
+#include "Velmora/Platform/WindowLocator.h"
+
+namespace velmora {
+
+class AtSpiBudget;
+class AtSpiService;
+
+/// Other programs' elements over the accessibility bus. One extraction begins with
+/// `elementAtPosition`: its reads, all together, wait 300 ms at most for other programs, each call
+/// 200 ms. A program that did not answer in time is left alone for some seconds, and its windows
+/// stand for its elements meanwhile.
+class AtSpiSystem : public AccessibilitySystem {
+  public:
+    /// The locator and the geometry must outlive this.
+    AtSpiSystem(std::shared_ptr<AtSpiService> service, WindowLocator& locator,
+                const ScreenGeometrySource& geometry);
+    ~AtSpiSystem() override;
+
+    AccessibilityElement::Pointer elementAtPosition(Point point) override;
+    AccessibilityElement::Pointer focusedElement() override;
+
+  private:
+    std::shared_ptr<AtSpiService> service_;
+    WindowLocator& locator_;
+    const ScreenGeometrySource& geometry_;
+    std::shared_ptr<AtSpiBudget> budget_;
+};
+
+}  // namespace velmora

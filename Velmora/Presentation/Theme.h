@@ -35,6 +35,7 @@ class Theme : public QObject {
     Q_PROPERTY(QVariantList toneColors READ toneColors NOTIFY changed)
     Q_PROPERTY(QColor accent READ accent NOTIFY changed)
     Q_PROPERTY(QColor material READ material NOTIFY changed)
+    Q_PROPERTY(QColor helpTag READ helpTag NOTIFY changed)
     Q_PROPERTY(QColor materialStroke READ materialStroke NOTIFY changed)
 
   public:
@@ -60,6 +61,7 @@ class Theme : public QObject {
     QColor orange() const { return colors().orange; }
     QColor green() const { return colors().green; }
     QColor blue() const { return colors().blue; }
+    QColor helpTag() const { return colors().helpTag; }
 
     /// The desktop's own colour for what is selected.
     QColor accent() const;

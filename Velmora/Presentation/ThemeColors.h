@@ -16,6 +16,7 @@ struct ThemeColors {
     QColor blue;
     QColor material;        ///< What cards are made of where windows are blended.
     QColor opaqueMaterial;  ///< The same where they are not.
+    QColor helpTag;         ///< The ground of the text that explains a button.
     QColor shadow;          ///< The darkest part of the shadow under a card.
 
     static const ThemeColors& light();

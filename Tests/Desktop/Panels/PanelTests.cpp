@@ -74,7 +74,8 @@ class PanelTest : public testing::Test {
         reader.setVisibility(QWindow::FullScreen);
         reader.requestActivate();
         ASSERT_TRUE(until([this] {
-            return QGuiApplication::focusWindow() == &reader && desktop->focusedWindow() != 0 &&
+            return QGuiApplication::focusWindow() == &reader &&
+                   desktop->focusedWindow() == reader.winId() &&
                    pixel(600, 20) == ReaderWindow::ground;
         }));
         focused = desktop->focusedWindow();

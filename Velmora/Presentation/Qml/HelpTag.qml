@@ -18,7 +18,7 @@ Rectangle {
     width: label.implicitWidth + 12
     height: label.implicitHeight + 6
     radius: 4
-    color: Theme.dark ? "#47474d" : "#ffffff"
+    color: Theme.helpTag
     border.color: Theme.separator
 
     onActiveChanged: due = false

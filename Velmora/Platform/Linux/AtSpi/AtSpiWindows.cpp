@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Velmora/Platform/Linux/AtSpi/AtSpiWindows.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <limits>
@@ -54,10 +55,20 @@ Fit fitTo(const Rect& native, const Rect& reported, bool placeCounts) {
     return {cost, native};
 }
 
+/// GTK 4 counts from inside the border that it draws around its windows where there are no shadows,
+/// and the border is the same on all sides.
+Rect withoutBorder(const Rect& native, const Rect& reported) {
+    const double ratio = std::max(std::round(native.width / reported.width * 4) / 4, 0.25);
+    const double border = (native.width - reported.width * ratio) / 2;
+    const double other = (native.height - reported.height * ratio) / 2;
+    const bool isBorder = border > 0 && border <= widthTolerance && std::abs(border - other) < 2;
+    return isBorder ? native.grownBy(-border, -other) : native;
+}
+
 Fit bestFit(const WindowInfo& window, const Rect& reported, AtSpiToolkit toolkit) {
     const std::array<Rect, 3> natives = meanings(window);
     if (toolkit == AtSpiToolkit::gtk4) {
-        return fitTo(natives[2], reported, false);
+        return fitTo(withoutBorder(natives[2], reported), reported, false);
     }
     Fit best;
     for (const Rect& native : natives) {

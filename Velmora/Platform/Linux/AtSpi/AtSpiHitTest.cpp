@@ -71,6 +71,12 @@ std::optional<AtSpiObject> AtSpiHitTest::childAt(const AtSpiHit& hit, Point capt
     return scanChildren(hit.object, hit.space, target, 0);
 }
 
+bool AtSpiHitTest::isShown(std::uint64_t states) const {
+    // GTK 4 sets the other state only, on elements that are shown.
+    return hasState(states, AtSpiState::showing) ||
+           (toolkit_ == AtSpiToolkit::gtk4 && hasState(states, AtSpiState::visible));
+}
+
 std::optional<AtSpiObject> AtSpiHitTest::scanChildren(const AtSpiObject& parent,
                                                       const AtSpiSpace& space, Point target,
                                                       int depth) {
@@ -86,8 +92,7 @@ std::optional<AtSpiObject> AtSpiHitTest::scanChildren(const AtSpiObject& parent,
     const QList<QDBusMessage> replies = bus_.callAll(requests, deadline_);
     QList<AtSpiObject> passedThrough;
     for (qsizetype i = children.size() - 1; i >= 0; --i) {
-        if (!hasState(atspireply::states(replies.at(3 * i)), AtSpiState::showing) ||
-            children.at(i).isNull()) {
+        if (!isShown(atspireply::states(replies.at(3 * i))) || children.at(i).isNull()) {
             continue;
         }
         const bool isTab = atspireply::unsignedInteger(replies.at(3 * i + 1)) ==

@@ -34,6 +34,7 @@ class AtSpiHitTest {
     std::optional<AtSpiObject> childAt(const AtSpiHit& hit, Point capture, bool isFirst);
     std::optional<AtSpiObject> scanChildren(const AtSpiObject& parent, const AtSpiSpace& space,
                                             Point target, int depth);
+    bool isShown(std::uint64_t states) const;
     AtSpiSpace spaceBelow(const AtSpiHit& parent, const AtSpiObject& child);
     AtSpiHit withEnclosingText(AtSpiHit hit, Point capture);
     bool showsTextAt(const AtSpiObject& object, const AtSpiSpace& space, Point capture);

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 // The composition root: makes every part of the program and hands it to those that use it.
+#include <QElapsedTimer>
 #include <QGuiApplication>
+#include <QLoggingCategory>
+#include <QThreadPool>
 #include <cstdio>
 #include <cstdlib>
 #include <future>
@@ -40,6 +43,8 @@
 
 namespace velmora {
 namespace {
+
+Q_LOGGING_CATEGORY(applicationLog, "velmora.application")
 
 std::optional<std::string> environmentVariable(const char* name) {
     const char* const value = std::getenv(name);
@@ -164,6 +169,8 @@ class Application {
 };
 
 int runApplication(int& argumentCount, char** arguments) {
+    QElapsedTimer sinceStart;
+    sinceStart.start();
     SingleInstanceGuard guard(xdg::dataHome());
     if (!guard.acquire()) {
         return EXIT_SUCCESS;
@@ -186,7 +193,10 @@ int runApplication(int& argumentCount, char** arguments) {
     QGuiApplication::setQuitOnLastWindowClosed(false);
     const QGuiApplication application(argumentCount, arguments);
     QGuiApplication::setApplicationName(QStringLiteral("Velmora"));
+    // The toolkit's helpers sleep instead of waking up once more to end.
+    QThreadPool::globalInstance()->setExpiryTimeout(-1);
     const Application parts(*choice, LookupEngine(dictionary.get()));
+    qCDebug(applicationLog) << "ready after" << sinceStart.elapsed() << "ms";
     return QGuiApplication::exec();
 }
 

@@ -186,7 +186,6 @@ int runApplication(int& argumentCount, char** arguments) {
         return cannotStart;
     }
     auto dictionary = loadDictionary();
-    installLogging();
     qputenv("QSG_RENDER_LOOP", "basic");
     ViewEngine::registerPresentation();
     QGuiApplication::setDesktopFileName(QStringLiteral("com.velmora.Velmora"));
@@ -204,6 +203,7 @@ int runApplication(int& argumentCount, char** arguments) {
 }  // namespace velmora
 
 int main(int argumentCount, char** arguments) {
+    velmora::installLogging();
     if (argumentCount > 1) {
         return velmora::runApplicationCommand(
             std::vector<std::string>(arguments + 1, arguments + argumentCount));

@@ -6,19 +6,16 @@
 #include <optional>
 
 #include "Velmora/CommandLine/Core/UsageError.h"
-#include "Velmora/Platform/Linux/EventLoopMainQueue.h"
-#include "Velmora/Platform/Linux/Logging.h"
-#include "Velmora/Platform/Linux/SerialWorkerQueue.h"
-#include "Velmora/Platform/Linux/SystemClock.h"
+#include "Velmora/Platform/Loader/GeneralServices.h"
 
 namespace velmora {
 
 CommandDesktop::CommandDesktop(Screen screen)
     : choice_(prepare(screen)),
       backends_(screen == Screen::needed ? loadPlatform(choice_) : loadRecognition()),
-      clock_(std::make_shared<SystemClock>()),
-      mainQueue_(std::make_shared<EventLoopMainQueue>()),
-      queue_(std::make_shared<SerialWorkerQueue>(ExtractionServices::queueLabel)) {}
+      clock_(makeClock()),
+      mainQueue_(makeMainQueue()),
+      queue_(makeSerialQueue(ExtractionServices::queueLabel)) {}
 
 CommandDesktop::~CommandDesktop() {
     // Whatever still reads does so on this queue, and with the backends.
@@ -26,7 +23,6 @@ CommandDesktop::~CommandDesktop() {
 }
 
 PlatformChoice CommandDesktop::prepare(Screen screen) {
-    installLogging();
     if (screen == Screen::spared) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
         return {};

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Velmora/Platform/Loader/X11Platform.h"
 
+#include "Velmora/Platform/Linux/AtSpi/AtSpiService.h"
+#include "Velmora/Platform/Linux/AtSpi/AtSpiSystem.h"
 #include "Velmora/Platform/Linux/PortalAppearance.h"
 #include "Velmora/Platform/LinuxX11/X11ApplicationShell.h"
 #include "Velmora/Platform/LinuxX11/X11ClientRange.h"
@@ -9,13 +11,8 @@
 #include "Velmora/Platform/LinuxX11/X11ScreenCapture.h"
 #include "Velmora/Platform/LinuxX11/X11Screens.h"
 #include "Velmora/Platform/LinuxX11/X11WindowLocator.h"
-#include "Velmora/Platform/Loader/UnavailablePlatform.h"
-
-#ifdef VELMORA_WITH_ACCESSIBILITY_BUS
-#include "Velmora/Platform/Linux/AtSpi/AtSpiService.h"
-#include "Velmora/Platform/Linux/AtSpi/AtSpiSystem.h"
 #include "Velmora/Platform/Loader/DesktopPermissions.h"
-#endif
+#include "Velmora/Platform/Loader/UnavailablePlatform.h"
 
 namespace velmora {
 
@@ -31,13 +28,11 @@ PlatformBackends loadX11Platform() {
     backends.shell = std::make_shared<X11ApplicationShell>();
     backends.compositor = std::make_shared<X11Compositor>();
     backends.appearance = std::make_shared<PortalAppearance>();
-#ifdef VELMORA_WITH_ACCESSIBILITY_BUS
     const auto accessibilityBus = std::make_shared<AtSpiService>();
     backends.accessibility =
         std::make_shared<AtSpiSystem>(accessibilityBus, *backends.windows, *screens);
     backends.permissions = std::make_shared<DesktopPermissions>(
         accessibilityBus, [possible = X11ScreenCapture::isPossible()] { return possible; });
-#endif
     return backends;
 }
 

@@ -57,9 +57,9 @@ QString LookupItem::hskBadge() const {
 
 QVariantList LookupItem::headword() const {
     QVariantList list;
-    for (HeadwordCharacter& character :
+    for (const HeadwordCharacter& character :
          HeadwordCharacter::pair(result_->entry, result_->matchedText)) {
-        list.append(QVariant::fromValue(std::move(character)));
+        list.append(QVariant::fromValue(character));
     }
     return list;
 }

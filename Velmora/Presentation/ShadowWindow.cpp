@@ -19,7 +19,7 @@ constexpr double blurReach = 21;    ///< From full strength to nothing, in point
 constexpr int blurPasses = 3;       ///< Three box blurs come close to a bell curve.
 
 /// One box blur of a line of `count` values `step` apart.
-void blurLine(uchar* line, int count, int step, int radius, std::vector<uchar>& buffer) {
+void blurLine(uchar* line, int count, std::ptrdiff_t step, int radius, std::vector<uchar>& buffer) {
     buffer.resize(static_cast<std::size_t>(count));
     const int width = 2 * radius + 1;
     int sum = 0;
@@ -39,11 +39,10 @@ void blurLine(uchar* line, int count, int step, int radius, std::vector<uchar>& 
 
 void blur(QImage& mask, int radius) {
     std::vector<uchar> buffer;
-    const int stride = static_cast<int>(mask.bytesPerLine());
+    const auto stride = static_cast<std::ptrdiff_t>(mask.bytesPerLine());
     for (int pass = 0; pass < blurPasses; ++pass) {
         for (int y = 0; y < mask.height(); ++y) {
-            blurLine(mask.bits() + static_cast<std::ptrdiff_t>(y) * stride, mask.width(), 1, radius,
-                     buffer);
+            blurLine(mask.bits() + y * stride, mask.width(), 1, radius, buffer);
         }
         for (int x = 0; x < mask.width(); ++x) {
             blurLine(mask.bits() + x, mask.height(), stride, radius, buffer);

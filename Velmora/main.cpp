@@ -15,11 +15,11 @@
 #include "Velmora/CommandLine/Application/ApplicationCommands.h"
 #include "Velmora/Coordination/AppModel.h"
 #include "Velmora/Coordination/SingleInstanceGuard.h"
+#include "Velmora/Coordination/SpeechService.h"
 #include "Velmora/Coordination/Unavailable/UnavailableLaunchFlash.h"
 #include "Velmora/Coordination/Unavailable/UnavailableOnboarding.h"
 #include "Velmora/Coordination/Unavailable/UnavailableSettings.h"
 #include "Velmora/Coordination/Unavailable/UnavailableSoftwareUpdates.h"
-#include "Velmora/Coordination/Unavailable/UnavailableSpeech.h"
 #include "Velmora/Coordination/Unavailable/UnavailableStatusBar.h"
 #include "Velmora/Diagnostics/InertAnalytics.h"
 #include "Velmora/Diagnostics/QALog.h"
@@ -29,6 +29,7 @@
 #include "Velmora/Platform/Linux/RemoteControlService.h"
 #include "Velmora/Platform/Linux/SerialWorkerQueue.h"
 #include "Velmora/Platform/Linux/SettingsFile.h"
+#include "Velmora/Platform/Linux/Speech/SpeechDispatcherSynthesizer.h"
 #include "Velmora/Platform/Linux/SystemClock.h"
 #include "Velmora/Platform/Linux/TerminationSignals.h"
 #include "Velmora/Platform/Linux/XdgPaths.h"
@@ -150,7 +151,8 @@ class Application {
     ClipboardPasteboard pasteboard_;
     QALog qaLog_{qaLogConfiguration(), *clock_, makeQueue};
     InertAnalytics analytics_{settings_};
-    UnavailableSpeech speech_{notYet};
+    SpeechDispatcherSynthesizer synthesizer_;
+    SpeechService speech_{synthesizer_};
     UnavailableSoftwareUpdates softwareUpdates_{notYet};
     LookupEngine engine_;
     std::shared_ptr<AccessibilityTextExtractor> extractor_ =

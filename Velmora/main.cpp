@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <future>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -21,11 +22,13 @@
 #include "Velmora/Coordination/Unavailable/UnavailableSettings.h"
 #include "Velmora/Coordination/Unavailable/UnavailableSoftwareUpdates.h"
 #include "Velmora/Coordination/Unavailable/UnavailableStatusBar.h"
-#include "Velmora/Diagnostics/InertAnalytics.h"
+#include "Velmora/Diagnostics/AnalyticsService.h"
+#include "Velmora/Diagnostics/NetworkHttpPoster.h"
 #include "Velmora/Diagnostics/QALog.h"
 #include "Velmora/Platform/Linux/ClipboardPasteboard.h"
 #include "Velmora/Platform/Linux/EventLoopMainQueue.h"
 #include "Velmora/Platform/Linux/Logging.h"
+#include "Velmora/Platform/Linux/OsRelease.h"
 #include "Velmora/Platform/Linux/RemoteControlService.h"
 #include "Velmora/Platform/Linux/SerialWorkerQueue.h"
 #include "Velmora/Platform/Linux/SettingsFile.h"
@@ -50,6 +53,29 @@ Q_LOGGING_CATEGORY(applicationLog, "velmora.application")
 std::optional<std::string> environmentVariable(const char* name) {
     const char* const value = std::getenv(name);
     return value != nullptr ? std::optional<std::string>(value) : std::nullopt;
+}
+
+/// What the build was told about this key; nothing where it was told nothing.
+std::optional<std::string> compiledIn(const std::string& key) {
+    const std::map<std::string, std::string> values{
+        {"CFBundleVersion", VELMORA_BUILD_NUMBER},
+        {"VELMORA_POSTHOG_TOKEN", VELMORA_POSTHOG_TOKEN},
+        {"VELMORA_POSTHOG_HOST", VELMORA_POSTHOG_HOST},
+    };
+    const auto found = values.find(key);
+    return found != values.end() && !found->second.empty() ? std::optional(found->second)
+                                                           : std::nullopt;
+}
+
+ProductInformation productInformation() {
+    return {.shortVersion = VELMORA_VERSION,
+            .buildNumber = compiledIn("CFBundleVersion"),
+            .bundleIdentifier = "com.velmora.Velmora",
+            .systemVersion = operatingSystemVersion(),
+            .informationValue = compiledIn,
+            .environmentValue = [](const std::string& name) {
+                return environmentVariable(name.c_str());
+            }};
 }
 
 /// The word list is read while the toolkit starts.
@@ -150,7 +176,8 @@ class Application {
     SettingsFile settings_{SettingsFile::standardPath()};
     ClipboardPasteboard pasteboard_;
     QALog qaLog_{qaLogConfiguration(), *clock_, makeQueue};
-    InertAnalytics analytics_{settings_};
+    NetworkHttpPoster poster_;
+    AnalyticsService analytics_{settings_, poster_, *clock_, productInformation()};
     SpeechDispatcherSynthesizer synthesizer_;
     SpeechService speech_{synthesizer_};
     UnavailableSoftwareUpdates softwareUpdates_{notYet};

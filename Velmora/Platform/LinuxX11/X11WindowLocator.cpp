@@ -28,6 +28,18 @@ Rect shadowMargins(const std::vector<std::uint32_t>& extents) {
     return {margin(0), margin(2), margin(1), margin(3)};
 }
 
+constexpr std::uint32_t titleLimit = 1024;  // In units of four bytes.
+
+/// The bytes of a property of single bytes; empty where it is another kind.
+std::string textReply(X11Connection& connection, xcb_get_property_cookie_t cookie) {
+    const auto reply = xcbOwned(xcb_get_property_reply(connection.get(), cookie, nullptr));
+    if (!reply || reply->format != 8) {
+        return {};
+    }
+    return {static_cast<const char*>(xcb_get_property_value(reply.get())),
+            static_cast<std::size_t>(xcb_get_property_value_length(reply.get()))};
+}
+
 bool contains(const std::vector<std::uint32_t>& values, std::uint32_t value) {
     return std::find(values.begin(), values.end(), value) != values.end();
 }
@@ -90,12 +102,15 @@ std::optional<WindowInfo> X11WindowLocator::Parts::describe(const Rect& frame,
                                                   XCB_ATOM_ATOM, propertyLimit);
     const auto extents = connection.requestProperty(client, connection.atom("_GTK_FRAME_EXTENTS"),
                                                     XCB_ATOM_CARDINAL, 4);
+    const auto name = connection.requestProperty(client, connection.atom("_NET_WM_NAME"),
+                                                 connection.atom("UTF8_STRING"), titleLimit);
     const auto size = xcb_get_geometry(c, client);
     const auto corner = xcb_translate_coordinates(c, client, connection.root(), 0, 0);
     const bool isDesktop =
         contains(connection.propertyReply(types), connection.atom("_NET_WM_WINDOW_TYPE_DESKTOP"));
     WindowInfo info;
     info.nativeShadow = shadowMargins(connection.propertyReply(extents));
+    info.title = textReply(connection, name);
     const auto sizeReply = xcbOwned(xcb_get_geometry_reply(c, size, nullptr));
     const auto cornerReply = xcbOwned(xcb_translate_coordinates_reply(c, corner, nullptr));
     if (isDesktop || !sizeReply || !cornerReply || ownership.isOurs(client)) {

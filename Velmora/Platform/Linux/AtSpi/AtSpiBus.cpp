@@ -16,6 +16,7 @@ constexpr int ownCallMilliseconds = 150;
 // The last rest of a query's time is too short to tell a silent program from a busy one.
 constexpr AtSpiDeadline::Milliseconds leastWaitToBlame{50};
 constexpr AtSpiDeadline::Milliseconds leastFocusWaitToBlame{25};
+constexpr std::chrono::milliseconds rarestTry{30000};
 constexpr auto betweenAttempts = std::chrono::seconds(1);
 constexpr qsizetype rememberedFocusLimit = 256;
 constexpr qsizetype pipelineLimit = 128;
@@ -36,6 +37,14 @@ QString freshName(const char* kind) {
     return QStringLiteral("velmora-%1-%2").arg(QLatin1String(kind)).arg(++number);
 }
 
+/// By its address where it is known: the library would keep the first one that it saw for good.
+QDBusConnection connectToSessionBus() {
+    const QString address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
+    return address.isEmpty()
+               ? QDBusConnection::connectToBus(QDBusConnection::SessionBus, freshName("session"))
+               : QDBusConnection::connectToBus(address, freshName("session"));
+}
+
 QDBusMessage refusal(const QDBusMessage& request) {
     return request.createErrorReply(QDBusError::NoReply, QStringLiteral("not asked"));
 }
@@ -44,6 +53,11 @@ QDBusMessage refusal(const QDBusMessage& request) {
 
 AtSpiBus::AtSpiBus(AtSpiGrant& grant)
     : grant_(grant), session_(QString()), accessibility_(QString()) {
+    retry_.setSingleShot(true);
+    connect(&retry_, &QTimer::timeout, this, [this] {
+        lastAttempt_.reset();
+        connectNow();
+    });
     connectNow();
 }
 
@@ -61,7 +75,20 @@ bool AtSpiBus::connectNow() {
         return false;
     }
     lastAttempt_ = now;
-    return connectSession() && connectAccessibility();
+    if (connectSession() && connectAccessibility()) {
+        untilNextTry_ = firstRetry;
+        return true;
+    }
+    tryLater();
+    return false;
+}
+
+void AtSpiBus::tryLater() {
+    // Rarer and rarer; while both are connected there is no timer at all.
+    if (!retry_.isActive()) {
+        retry_.start(untilNextTry_);
+        untilNextTry_ = std::min(2 * untilNextTry_, rarestTry);
+    }
 }
 
 bool AtSpiBus::connectSession() {
@@ -69,7 +96,7 @@ bool AtSpiBus::connectSession() {
         return true;
     }
     dropSession();
-    session_ = QDBusConnection::connectToBus(QDBusConnection::SessionBus, freshName("session"));
+    session_ = connectToSessionBus();
     if (!session_.isConnected()) {
         return false;
     }
@@ -189,11 +216,13 @@ void AtSpiBus::busOwnerChanged(const QString&, const QString&, const QString& af
 
 void AtSpiBus::accessibilityDisconnected() {
     dropAccessibility();
+    tryLater();
 }
 
 void AtSpiBus::sessionDisconnected() {
     dropAccessibility();
     dropSession();
+    tryLater();
 }
 
 void AtSpiBus::focusChanged(const QDBusMessage& signal) {

@@ -6,6 +6,7 @@
 #include <QHash>
 #include <QList>
 #include <QObject>
+#include <QTimer>
 #include <optional>
 
 #include "Velmora/Platform/Linux/AtSpi/AtSpiDeadline.h"
@@ -57,6 +58,7 @@ class AtSpiBus : public QObject {
     bool connectAccessibility();
     void readStatus();
     void listenToFocus();
+    void tryLater();
     void dropAccessibility();
     void dropSession();
     void callTogether(const QList<QDBusMessage>& requests, AtSpiDeadline& deadline,
@@ -70,6 +72,9 @@ class AtSpiBus : public QObject {
     AtSpiHealth focusHealth_;
     QHash<QString, AtSpiObject> lastFocus_;
     std::optional<AtSpiDeadline::Clock::time_point> lastAttempt_;
+    static constexpr std::chrono::milliseconds firstRetry{1000};
+    std::chrono::milliseconds untilNextTry_ = firstRetry;
+    QTimer retry_;
 };
 
 }  // namespace velmora

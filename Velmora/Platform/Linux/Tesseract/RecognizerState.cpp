@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#include "Velmora/Platform/Linux/Tesseract/RecognizerState.h"
+
+namespace velmora {
+
+namespace {
+
+std::string modelProblem(ModelState state, const std::string& language,
+                         const std::string& package) {
+    switch (state) {
+        case ModelState::missing:
+            return "recognition data for " + language + " is missing: install " + package;
+        case ModelState::damaged:
+            return "recognition data for " + language + " is damaged: reinstall " + package;
+        case ModelState::loading:
+        case ModelState::ready:
+            break;
+    }
+    return {};
+}
+
+}  // namespace
+
+std::string RecognizerState::description() const {
+    switch (worker) {
+        case Worker::notStarted:
+            return "not started";
+        case Worker::loading:
+            return "loading";
+        case Worker::unavailable:
+            return "velmora-recognizer cannot be run: reinstall velmora";
+        case Worker::ready:
+            break;
+    }
+    std::string text = modelProblem(simplified, "simplified Chinese", "tesseract-ocr-chi-sim");
+    const std::string more =
+        modelProblem(traditional, "traditional Chinese", "tesseract-ocr-chi-tra");
+    if (!text.empty() && !more.empty()) {
+        text += "; ";
+    }
+    text += more;
+    return text.empty() ? "ready" : text;
+}
+
+}  // namespace velmora

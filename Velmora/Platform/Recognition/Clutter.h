@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <vector>
+
+#include "Velmora/Platform/Recognition/InkMask.h"
+
+namespace velmora {
+
+/// Sorts out the pieces of ink that are no writing: large pictures, rules, frames of buttons and
+/// fields, solid icons. Frames and icons are painted over in the picture and taken out of the
+/// mask, so that they do not spoil the text beside or inside them. Returns what may be writing.
+std::vector<PixelBox> removeClutter(const std::vector<PixelBox>& components, GrayImage& image,
+                                    InkMask& mask);
+
+}  // namespace velmora

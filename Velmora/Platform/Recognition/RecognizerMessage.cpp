@@ -1,0 +1,232 @@
+// SPDX-License-Identifier: MIT
+#include "Velmora/Platform/Recognition/RecognizerMessage.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <type_traits>
+
+namespace velmora {
+
+namespace {
+
+using Kind = RecognizerMessage::Kind;
+
+constexpr std::uint32_t magic = 0x564C5231;  // "VLR1"
+constexpr int greatestDrawing = 128;
+constexpr std::size_t longestSymbol = 32;
+
+class Writer {
+  public:
+    template <typename Value>
+    void put(Value value) {
+        static_assert(std::is_trivially_copyable_v<Value>);
+        const std::size_t at = bytes_.size();
+        bytes_.resize(at + sizeof(Value));
+        std::memcpy(bytes_.data() + at, &value, sizeof(Value));
+    }
+    void putBytes(const void* data, std::size_t size) {
+        const auto* first = static_cast<const std::uint8_t*>(data);
+        bytes_.insert(bytes_.end(), first, first + size);
+    }
+    std::vector<std::uint8_t> take() { return std::move(bytes_); }
+
+  private:
+    std::vector<std::uint8_t> bytes_;
+};
+
+class Reader {
+  public:
+    explicit Reader(std::span<const std::uint8_t> bytes) : bytes_(bytes) {}
+
+    template <typename Value>
+    bool get(Value& value) {
+        static_assert(std::is_trivially_copyable_v<Value>);
+        if (bytes_.size() < sizeof(Value)) {
+            return false;
+        }
+        std::memcpy(&value, bytes_.data(), sizeof(Value));
+        bytes_ = bytes_.subspan(sizeof(Value));
+        return true;
+    }
+    std::span<const std::uint8_t> rest() const { return bytes_; }
+    bool getText(std::size_t size, std::string& text) {
+        if (bytes_.size() < size) {
+            return false;
+        }
+        text.assign(reinterpret_cast<const char*>(bytes_.data()), size);
+        bytes_ = bytes_.subspan(size);
+        return true;
+    }
+
+  private:
+    std::span<const std::uint8_t> bytes_;
+};
+
+std::optional<ScriptModel> scriptModel(std::uint32_t value) {
+    return value <= 1 ? std::optional(static_cast<ScriptModel>(value)) : std::nullopt;
+}
+
+void putPicture(Writer& writer, const GrayImage& picture) {
+    writer.put(static_cast<std::uint32_t>(picture.width()));
+    writer.put(static_cast<std::uint32_t>(picture.height()));
+    writer.putBytes(picture.pixels().data(), picture.pixels().size());
+}
+
+std::optional<GrayImage> getPicture(Reader& reader) {
+    std::uint32_t width = 0;
+    std::uint32_t height = 0;
+    if (!reader.get(width) || !reader.get(height) || width < 1 || height < 1 ||
+        width > RecognizerMessage::greatestWidth || height > RecognizerMessage::greatestHeight ||
+        reader.rest().size() != std::size_t{width} * height) {
+        return std::nullopt;
+    }
+    GrayImage picture(static_cast<int>(width), static_cast<int>(height));
+    std::copy(reader.rest().begin(), reader.rest().end(), picture.row(0));
+    return picture;
+}
+
+RecognizerMessage message(Kind kind, Writer& writer) { return {kind, 0, writer.take()}; }
+
+}  // namespace
+
+std::vector<std::uint8_t> encodeMessage(const RecognizerMessage& message) {
+    Writer writer;
+    writer.put(magic);
+    writer.put(static_cast<std::uint32_t>(message.kind));
+    writer.put(message.sequence);
+    writer.put(static_cast<std::uint32_t>(message.body.size()));
+    writer.putBytes(message.body.data(), message.body.size());
+    return writer.take();
+}
+
+std::optional<RecognizerMessage> decodeHeader(std::span<const std::uint8_t> header) {
+    Reader reader(header);
+    std::uint32_t word = 0;
+    std::uint32_t kind = 0;
+    std::uint32_t length = 0;
+    RecognizerMessage result;
+    if (!reader.get(word) || word != magic || !reader.get(kind) || kind < 1 || kind > 8 ||
+        !reader.get(result.sequence) || !reader.get(length) ||
+        length > RecognizerMessage::greatestBody) {
+        return std::nullopt;
+    }
+    result.kind = static_cast<Kind>(kind);
+    result.body.resize(length);
+    return result;
+}
+
+RecognizerMessage makeReadLine(const ReadLineRequest& request) {
+    Writer writer;
+    writer.put(static_cast<std::uint32_t>(request.model));
+    putPicture(writer, request.line);
+    return message(Kind::readLine, writer);
+}
+
+RecognizerMessage makeDrawCharacter(const DrawCharacterRequest& request) {
+    Writer writer;
+    writer.put(static_cast<std::uint32_t>(request.character));
+    writer.put(static_cast<std::uint32_t>(request.style));
+    writer.put(static_cast<std::uint32_t>(request.size));
+    return message(Kind::drawCharacter, writer);
+}
+
+RecognizerMessage makeModelReport(Kind kind, const ModelReport& report) {
+    Writer writer;
+    writer.put(static_cast<std::uint32_t>(report.model));
+    writer.put(static_cast<std::uint32_t>(report.state));
+    return message(kind, writer);
+}
+
+RecognizerMessage makeReading(const LineReading& reading) {
+    Writer writer;
+    const std::size_t count = std::min(reading.size(), RecognizerMessage::mostSymbols);
+    writer.put(static_cast<std::uint32_t>(count));
+    for (std::size_t i = 0; i < count; ++i) {
+        const ReadSymbol& symbol = reading[i];
+        writer.put(symbol.confidence);
+        writer.put(static_cast<float>(symbol.left));
+        writer.put(static_cast<float>(symbol.right));
+        writer.put(static_cast<std::uint32_t>(symbol.text.size()));
+        writer.putBytes(symbol.text.data(), symbol.text.size());
+    }
+    return message(Kind::reading, writer);
+}
+
+RecognizerMessage makePicture(const GrayImage& picture) {
+    Writer writer;
+    putPicture(writer, picture);
+    return message(Kind::picture, writer);
+}
+
+std::optional<ReadLineRequest> parseReadLine(const RecognizerMessage& message) {
+    Reader reader(message.body);
+    std::uint32_t model = 0;
+    if (message.kind != Kind::readLine || !reader.get(model) || !scriptModel(model)) {
+        return std::nullopt;
+    }
+    std::optional<GrayImage> line = getPicture(reader);
+    if (!line) {
+        return std::nullopt;
+    }
+    return ReadLineRequest{*scriptModel(model), std::move(*line)};
+}
+
+std::optional<DrawCharacterRequest> parseDrawCharacter(const RecognizerMessage& message) {
+    Reader reader(message.body);
+    std::uint32_t character = 0;
+    std::uint32_t style = 0;
+    std::uint32_t size = 0;
+    if (message.kind != Kind::drawCharacter || !reader.get(character) || !reader.get(style) ||
+        !reader.get(size) || !reader.rest().empty() || !scriptModel(style) ||
+        character > 0x10FFFF || size < 1 || size > greatestDrawing) {
+        return std::nullopt;
+    }
+    return DrawCharacterRequest{static_cast<char32_t>(character), *scriptModel(style),
+                                static_cast<int>(size)};
+}
+
+std::optional<ModelReport> parseModelReport(const RecognizerMessage& message) {
+    Reader reader(message.body);
+    std::uint32_t model = 0;
+    std::uint32_t state = 0;
+    if ((message.kind != Kind::loading && message.kind != Kind::loaded) || !reader.get(model) ||
+        !reader.get(state) || !scriptModel(model) || state > 3) {
+        return std::nullopt;
+    }
+    return ModelReport{*scriptModel(model), static_cast<ModelState>(state)};
+}
+
+std::optional<LineReading> parseReading(const RecognizerMessage& message) {
+    Reader reader(message.body);
+    std::uint32_t count = 0;
+    if (message.kind != Kind::reading || !reader.get(count) ||
+        count > RecognizerMessage::mostSymbols) {
+        return std::nullopt;
+    }
+    LineReading reading(count);
+    for (ReadSymbol& symbol : reading) {
+        float left = 0;
+        float right = 0;
+        std::uint32_t length = 0;
+        if (!reader.get(symbol.confidence) || !reader.get(left) || !reader.get(right) ||
+            !reader.get(length) || length > longestSymbol ||
+            !reader.getText(length, symbol.text) || !std::isfinite(left) ||
+            !std::isfinite(right) || !(symbol.confidence >= 0 && symbol.confidence <= 1)) {
+            return std::nullopt;
+        }
+        symbol.left = left;
+        symbol.right = right;
+    }
+    return reading;
+}
+
+std::optional<GrayImage> parsePicture(const RecognizerMessage& message) {
+    if (message.kind != Kind::picture) {
+        return std::nullopt;
+    }
+    Reader reader(message.body);
+    return getPicture(reader);
+}
+
+}  // namespace velmora

@@ -19,7 +19,7 @@ constexpr float unreachable = std::numeric_limits<float>::max() / 4;
 constexpr float cutWeight = 0.5F;       ///< For an edge that runs through ink.
 constexpr float emptyColumnCost = 0.15F;
 constexpr float inkColumnCost = 1.1F;   ///< For ink that belongs to no character, per em.
-constexpr float positionWeight = 0.12F;
+constexpr float positionWeight = 0.25F;
 
 /// What a kind of character may take up, in em, and how strictly.
 struct WidthRule {

@@ -2,6 +2,8 @@
 #include "Velmora/Platform/Recognition/Clutter.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <cstdlib>
 
 namespace velmora {
 
@@ -106,7 +108,130 @@ void eraseIcon(const PixelBox& box, GrayImage& image, InkMask& mask) {
     }
 }
 
+/// A view of picture and mask with rows and columns exchanged where `turned`, so that one routine
+/// serves horizontal and vertical rules.
+class TurnedView {
+  public:
+    TurnedView(GrayImage& image, InkMask& mask, bool turned)
+        : image_(image), mask_(mask), turned_(turned) {}
+
+    int length() const { return turned_ ? mask_.height() : mask_.width(); }
+    int breadth() const { return turned_ ? mask_.width() : mask_.height(); }
+    int value(int along, int across) const {
+        return turned_ ? image_.at(across, along) : image_.at(along, across);
+    }
+    void erase(int along, int across, int paper) {
+        const int x = turned_ ? across : along;
+        const int y = turned_ ? along : across;
+        mask_.set(x, y, false);
+        image_.at(x, y) = static_cast<std::uint8_t>(paper);
+    }
+
+  private:
+    GrayImage& image_;
+    InkMask& mask_;
+    bool turned_;
+};
+
+constexpr int ruleReach = 3;       ///< A rule is thinner than this.
+constexpr int leastRuleDepth = 12; ///< How far it differs from both of its sides.
+constexpr int ruleEvenness = 12;   ///< How far it may change from one pixel to the next.
+constexpr int shortestHorizontalRule = 48;
+constexpr int shortestFrameSide = 14;
+
+/// Whether a pixel is darker, or lighter, than what lies on both sides of it.
+bool standsOut(const TurnedView& view, int along, int across) {
+    const int value = view.value(along, across);
+    const int before = value - view.value(along, across - ruleReach);
+    const int after = value - view.value(along, across + ruleReach);
+    return (before >= leastRuleDepth && after >= leastRuleDepth) ||
+           (before <= -leastRuleDepth && after <= -leastRuleDepth);
+}
+
+struct Stretch {
+    int from;
+    int to;
+    int across;
+};
+
+/// The thin even stretches along each row or column that are at least this long. What is looked at
+/// is the picture, not the ink: a frame may be too faint for ink in some places and not in others.
+std::vector<Stretch> thinStretches(const TurnedView& view, int shortest) {
+    std::vector<Stretch> stretches;
+    for (int across = ruleReach; across < view.breadth() - ruleReach; ++across) {
+        int from = 0;
+        for (int along = 0; along <= view.length(); ++along) {
+            const bool inside = along < view.length() && standsOut(view, along, across);
+            const bool even = inside && along > from &&
+                              std::abs(view.value(along, across) -
+                                       view.value(along - 1, across)) <= ruleEvenness;
+            if (inside && (even || along == from)) {
+                continue;
+            }
+            if (along - from >= shortest) {
+                stretches.push_back({from, along, across});
+            }
+            from = inside ? along : along + 1;
+        }
+    }
+    return stretches;
+}
+
+void eraseStretch(TurnedView& view, const Stretch& stretch) {
+    for (int along = stretch.from; along < stretch.to; ++along) {
+        const int paper = view.value(along, stretch.across - ruleReach);
+        for (int across = stretch.across - 1; across <= stretch.across + 1; ++across) {
+            view.erase(along, across, paper);
+        }
+    }
+}
+
+bool meetsRule(const InkMask& rules, int x, int y) {
+    const PixelBox around =
+        PixelBox{x - 3, y - 4, x + 4, y + 5}.clippedTo(rules.width(), rules.height());
+    for (int row = around.top; row < around.bottom; ++row) {
+        for (int column = around.left; column < around.right; ++column) {
+            if (rules.at(column, row)) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+/// The sides of a frame run from one horizontal rule to another, or leave the picture.
+bool isFrameSide(const InkMask& rules, const Stretch& side) {
+    const bool top = side.from <= ruleReach || meetsRule(rules, side.across, side.from);
+    const bool bottom = side.to >= rules.height() - ruleReach ||
+                        meetsRule(rules, side.across, side.to - 1);
+    return top && bottom;
+}
+
 }  // namespace
+
+void removeRules(GrayImage& image, InkMask& mask) {
+    TurnedView horizontal(image, mask, false);
+    TurnedView vertical(image, mask, true);
+    const std::vector<Stretch> rules = thinStretches(horizontal, shortestHorizontalRule);
+    if (rules.empty()) {
+        return;
+    }
+    InkMask ruleMask(mask.width(), mask.height());
+    for (const Stretch& rule : rules) {
+        std::fill(ruleMask.row(rule.across) + rule.from, ruleMask.row(rule.across) + rule.to,
+                  std::uint8_t{1});
+    }
+    // The sides are looked for while the picture is still whole.
+    const std::vector<Stretch> sides = thinStretches(vertical, shortestFrameSide);
+    for (const Stretch& rule : rules) {
+        eraseStretch(horizontal, rule);
+    }
+    for (const Stretch& side : sides) {
+        if (isFrameSide(ruleMask, side)) {
+            eraseStretch(vertical, side);
+        }
+    }
+}
 
 std::vector<PixelBox> removeClutter(const std::vector<PixelBox>& components, GrayImage& image,
                                     InkMask& mask) {

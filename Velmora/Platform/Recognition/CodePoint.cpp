@@ -32,6 +32,18 @@ char32_t firstCodePoint(std::string_view utf8) {
     return value;
 }
 
+std::u32string codePointsOf(std::string_view utf8) {
+    std::u32string points;
+    while (!utf8.empty()) {
+        const char32_t point = firstCodePoint(utf8);
+        points += point;
+        utf8.remove_prefix(point == 0xFFFD && utf8.substr(0, 3) != "\xEF\xBF\xBD"
+                               ? 1
+                               : utf8Of(point).size());
+    }
+    return points;
+}
+
 std::string utf8Of(char32_t codePoint) {
     std::string out;
     const auto put = [&out](char32_t value) { out += static_cast<char>(value); };

@@ -9,6 +9,9 @@ namespace velmora {
 /// The first code point of a UTF-8 text; 0 where it is empty, U+FFFD where it is damaged.
 char32_t firstCodePoint(std::string_view utf8);
 
+/// All code points of a UTF-8 text; U+FFFD for each damaged place.
+std::u32string codePointsOf(std::string_view utf8);
+
 /// A code point in UTF-8.
 std::string utf8Of(char32_t codePoint);
 

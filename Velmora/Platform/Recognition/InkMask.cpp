@@ -12,7 +12,9 @@ namespace {
 constexpr int tileSize = 40;
 constexpr int tileOverlap = 12;
 constexpr int binShift = 2;         ///< Brightness bins of four values.
-constexpr int inkThreshold = 38;    ///< Difference from the background that makes ink.
+constexpr int leastInkDepth = 38;   ///< Difference from the background that makes ink.
+constexpr double inkShare = 0.3;    ///< Of the deepest ink around; less is a frame or a shadow.
+constexpr int deepestIgnored = 8;   ///< Pixels that may be deeper, such as a cursor's edge.
 constexpr int flatTolerance = 8;
 
 constexpr std::size_t binCount = 256 >> binShift;
@@ -44,6 +46,26 @@ int modeOf(const Histogram& bins) {
     return (static_cast<int>(best) << binShift) + (1 << (binShift - 1));
 }
 
+/// How far a pixel must be from the background: the writing itself sets the measure, so that faint
+/// frames around strong writing do not count.
+int inkDepth(const Histogram& bins, int background) {
+    const auto depthOf = [background](std::size_t bin) {
+        return std::abs((static_cast<int>(bin) << binShift) - background);
+    };
+    std::array<int, 256> depths{};
+    for (std::size_t bin = 0; bin < binCount; ++bin) {
+        depths[static_cast<std::size_t>(std::min(255, depthOf(bin)))] += bins[bin];
+    }
+    int deepest = 255;
+    for (int seen = 0; deepest > 0; --deepest) {
+        seen += depths[static_cast<std::size_t>(deepest)];
+        if (seen > deepestIgnored) {
+            break;
+        }
+    }
+    return std::max(leastInkDepth, static_cast<int>(inkShare * deepest));
+}
+
 }  // namespace
 
 std::vector<int> InkMask::columnCounts(const PixelBox& box) const {
@@ -66,12 +88,14 @@ InkMask findInk(const GrayImage& image) {
                                                                                image.height());
             const PixelBox around =
                 tile.grownBy(tileOverlap, tileOverlap).clippedTo(image.width(), image.height());
-            const int background = modeOf(histogramOf(image, around));
+            const Histogram bins = histogramOf(image, around);
+            const int background = modeOf(bins);
+            const int depth = inkDepth(bins, background);
             for (int y = tile.top; y < tile.bottom; ++y) {
                 const std::uint8_t* source = image.row(y);
                 std::uint8_t* target = mask.row(y);
                 for (int x = tile.left; x < tile.right; ++x) {
-                    target[x] = std::abs(source[x] - background) > inkThreshold ? 1 : 0;
+                    target[x] = std::abs(source[x] - background) > depth ? 1 : 0;
                 }
             }
         }

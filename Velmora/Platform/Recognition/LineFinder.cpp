@@ -134,6 +134,7 @@ FoundLines findLines(GrayImage image, std::optional<Point> focus) {
     }
     const Point centre = focus.value_or(Point{image.width() / 2.0, image.height() / 2.0});
     found.ink = findInk(image);
+    removeRules(image, found.ink);
     std::vector<PixelBox> pieces = removeClutter(inkComponents(found.ink), image, found.ink);
     keepNearest(pieces, centre, mostPieces);
     sortByLeft(pieces);

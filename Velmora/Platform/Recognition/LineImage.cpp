@@ -10,7 +10,7 @@ namespace velmora {
 
 namespace {
 
-constexpr double surround = 0.18;       ///< Of the line's height, taken along on every side.
+constexpr double surround = 0.1;        ///< Of the line's height, taken along on both sides.
 constexpr double extremeShare = 0.02;   ///< Of the pixels, ignored at either end of the range.
 constexpr int leastContrast = 20;
 
@@ -57,36 +57,49 @@ Range brightnessRange(const GrayImage& picture, const PixelBox& area) {
     return {paper, brightest - paper > paper - darkest ? brightest : darkest};
 }
 
-}  // namespace
-
-LineImage prepareLine(const GrayImage& picture, const PixelBox& line, double inkHeight) {
-    const int around = std::max(2, static_cast<int>(std::lround(surround * line.height())));
-    const PixelBox area =
-        line.grownBy(around, around).clippedTo(picture.width(), picture.height());
-    LineImage result;
-    result.sourceLeft = area.left;
-    result.sourceTop = area.top;
-    if (area.isEmpty()) {
-        return result;
-    }
-    const Range range = brightnessRange(picture, area);
+/// The part of the picture inside the area as black on white with full contrast; white where the
+/// area goes beyond the picture.
+GrayImage blackOnWhite(const GrayImage& picture, const PixelBox& area, const Range& range) {
     const int contrast = std::max(leastContrast, std::abs(range.paper - range.ink));
-    result.wasLightOnDark = range.ink > range.paper;
+    const bool lightOnDark = range.ink > range.paper;
     GrayImage cut(area.width(), area.height());
-    for (int y = 0; y < cut.height(); ++y) {
-        for (int x = 0; x < cut.width(); ++x) {
-            const int value = picture.at(area.left + x, area.top + y);
-            const int depth = result.wasLightOnDark ? value - range.paper : range.paper - value;
-            cut.at(x, y) =
+    const PixelBox inside = area.clippedTo(picture.width(), picture.height());
+    for (int y = inside.top; y < inside.bottom; ++y) {
+        for (int x = inside.left; x < inside.right; ++x) {
+            const int value = picture.at(x, y);
+            const int depth = lightOnDark ? value - range.paper : range.paper - value;
+            cut.at(x - area.left, y - area.top) =
                 static_cast<std::uint8_t>(255 - std::clamp(depth * 255 / contrast, 0, 255));
         }
     }
+    return cut;
+}
+
+}  // namespace
+
+LineImage prepareLine(const GrayImage& picture, const PixelBox& line, double inkHeight) {
+    LineImage result;
+    if (line.clippedTo(picture.width(), picture.height()).isEmpty()) {
+        return result;
+    }
     result.scale = inkHeight / line.height();
-    const GrayImage sized = scaled(cut, result.scale);
+    const int above = static_cast<int>(
+        std::ceil((LineImage::height - inkHeight) / 2 / result.scale));
+    const int beside = std::max(1, static_cast<int>(std::lround(surround * line.height())));
+    const PixelBox area = line.grownBy(beside, above);
+    const Range range =
+        brightnessRange(picture, area.clippedTo(picture.width(), picture.height()));
+    result.wasLightOnDark = range.ink > range.paper;
+    result.sourceLeft = area.left;
+    const GrayImage sized = scaled(blackOnWhite(picture, area, range), result.scale);
     const int margin = LineImage::margin;
-    result.image = GrayImage(sized.width() + 2 * margin, sized.height() + 2 * margin, 255);
-    for (int y = 0; y < sized.height(); ++y) {
-        std::copy_n(sized.row(y), sized.width(), result.image.row(y + margin) + margin);
+    result.image = GrayImage(sized.width() + 2 * margin, LineImage::height, 255);
+    const int shift = (sized.height() - LineImage::height) / 2;
+    for (int y = 0; y < LineImage::height; ++y) {
+        const int source = y + shift;
+        if (source >= 0 && source < sized.height()) {
+            std::copy_n(sized.row(source), sized.width(), result.image.row(y) + margin);
+        }
     }
     return result;
 }

@@ -5,23 +5,26 @@
 
 namespace velmora {
 
-/// A line made ready for a reader: black on white whatever its colours were, full contrast, scaled
-/// to a fixed height, with a white margin; and the way back to the picture it came from.
+/// A line made ready for a reader: black on white whatever its colours were, full contrast, always
+/// `height` pixels high with the ink in the middle, white on both sides; and the way back to the
+/// picture it came from.
 struct LineImage {
     GrayImage image;
     double scale = 1;     ///< Pixels of `image` per pixel of the source.
-    int sourceLeft = 0;   ///< The source column and row of the first pixel inside the margin.
-    int sourceTop = 0;
+    int sourceLeft = 0;   ///< The source column of the first pixel after the margin.
     bool wasLightOnDark = false;
 
-    /// The white border, in pixels of `image`.
-    static constexpr int margin = 8;
+    /// What the readers' networks work on, so that they need not scale once more.
+    static constexpr int height = 48;
+    /// The white on the left and on the right, in pixels of `image`.
+    static constexpr int margin = 16;
 
     /// The source column of a column of `image`.
     double sourceX(double x) const { return sourceLeft + (x - margin) / scale; }
 };
 
-/// Cuts a line out of a picture. `inkHeight` is what the height of the line's ink box becomes.
+/// Cuts a line out of a picture. `inkHeight` is what the height of the line's ink box becomes, at
+/// most `LineImage::height`.
 LineImage prepareLine(const GrayImage& picture, const PixelBox& line, double inkHeight);
 
 }  // namespace velmora

@@ -16,6 +16,7 @@
 #include "Velmora/Platform/Linux/Tesseract/Worker/CharacterPainter.h"
 #include "Velmora/Platform/Linux/Tesseract/Worker/MessagePipe.h"
 #include "Velmora/Platform/Linux/Tesseract/Worker/TesseractEngine.h"
+#include "Velmora/Platform/Linux/Tesseract/Worker/ZeroPages.h"
 
 namespace {
 
@@ -78,6 +79,7 @@ class Worker {
                 return false;
             }
         }
+        giveBackZeroPages();
         return pipe_.send({Kind::ready, 0, {}});
     }
 

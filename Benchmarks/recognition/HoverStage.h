@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <chrono>
+#include <memory>
+#include <string>
+
+#include "Benchmarks/recognition/Corpus.h"
+#include "Velmora/Platform/TextRecognizer.h"
+#include "Velmora/TextCapture/AccessibilityTextExtractor.h"
+#include "VelmoraCore/DictionaryStore.h"
+
+namespace velmora {
+
+/// What one hover came to.
+struct HoverOutcome {
+    bool right = false;     ///< The word shown is the true one.
+    bool wrong = false;     ///< Another word was shown.
+    bool accepted = false;  ///< The first capture was good enough.
+    double milliseconds = 0;
+    std::string shown;
+    std::string expected;
+};
+
+/// Hovers over pictures through the rules of text capture: one display of the picture's size, one
+/// pixel a point, no program that tells its text.
+class HoverStage {
+  public:
+    HoverStage(std::shared_ptr<TextRecognizer> recognizer,
+               std::shared_ptr<const DictionaryStore> dictionary, bool firstCaptureOnly);
+    ~HoverStage();
+
+    void show(Image image);
+    HoverOutcome hover(const CorpusHover& hover);
+
+  private:
+    struct Recognizer;
+
+    std::string word(const std::string& text, long long offset) const;
+
+    Image image_;
+    std::shared_ptr<Recognizer> recognizer_;
+    std::shared_ptr<const DictionaryStore> dictionary_;
+    std::shared_ptr<AccessibilityTextExtractor> extractor_;
+    std::shared_ptr<class ManualClock> clock_;
+};
+
+}  // namespace velmora

@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: MIT
+// benchmark_recognition CORPUS CEDICT [--plain] [--failures]: hovers over every point of a drawn
+// corpus, looks the word up and prints one table.
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <map>
+#include <vector>
+
+#include "Benchmarks/recognition/HoverStage.h"
+#include "Benchmarks/recognition/PlainTesseract.h"
+#include "Velmora/Platform/Linux/Tesseract/TesseractRecognizer.h"
+#include "Velmora/Platform/Recognition/DictionaryWords.h"
+#include "VelmoraCore/BundledDictionary.h"
+
+namespace {
+
+using namespace velmora;
+
+struct Row {
+    std::vector<double> milliseconds;
+    std::vector<double> acceptedMilliseconds;
+    int right = 0;
+    int wrong = 0;
+    int none = 0;
+    int accepted = 0;
+    int acceptedRight = 0;
+
+    void add(const HoverOutcome& outcome) {
+        right += outcome.right ? 1 : 0;
+        wrong += outcome.wrong ? 1 : 0;
+        none += !outcome.right && !outcome.wrong ? 1 : 0;
+        accepted += outcome.accepted ? 1 : 0;
+        acceptedRight += outcome.accepted && outcome.right ? 1 : 0;
+        milliseconds.push_back(outcome.milliseconds);
+        if (outcome.accepted) {
+            acceptedMilliseconds.push_back(outcome.milliseconds);
+        }
+    }
+};
+
+double quantile(std::vector<double> values, double share) {
+    if (values.empty()) {
+        return 0;
+    }
+    std::sort(values.begin(), values.end());
+    const auto at = static_cast<std::size_t>(share * static_cast<double>(values.size() - 1));
+    return values[at];
+}
+
+void printTable(const std::map<std::string, Row>& rows) {
+    std::printf("%-26s %6s %7s %7s %7s %9s %10s %8s %8s %8s\n", "", "hovers", "right", "wrong",
+                "none", "accepted", "precision", "median", "p95", "all p95");
+    for (const auto& [name, row] : rows) {
+        const double count = row.right + row.wrong + row.none;
+        std::printf("%-26s %6.0f %6.1f%% %6.1f%% %6.1f%% %8.1f%% %9.2f%% %6.0fms %6.0fms %6.0fms\n",
+                    name.c_str(), count, 100 * row.right / count, 100 * row.wrong / count,
+                    100 * row.none / count, 100 * row.accepted / count,
+                    row.accepted > 0 ? 100.0 * row.acceptedRight / row.accepted : 0.0,
+                    quantile(row.acceptedMilliseconds, 0.5),
+                    quantile(row.acceptedMilliseconds, 0.95), quantile(row.milliseconds, 0.95));
+    }
+}
+
+bool has(int count, char** arguments, const char* option) {
+    return std::any_of(arguments, arguments + count,
+                       [option](const char* text) { return std::strcmp(text, option) == 0; });
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+    // The comparison runs Tesseract in this process, whose OpenMP library has read its limit
+    // already.
+    const char* limit = std::getenv("OMP_THREAD_LIMIT");
+    if (limit == nullptr || std::strcmp(limit, "1") != 0) {
+        ::setenv("OMP_THREAD_LIMIT", "1", 1);
+        ::execv("/proc/self/exe", arguments);
+    }
+    if (count < 3) {
+        std::fprintf(stderr, "benchmark_recognition CORPUS CEDICT [--plain] [--failures]\n");
+        return 2;
+    }
+    const std::vector<CorpusScreen> screens = readCorpus(arguments[1]);
+    const auto dictionary = BundledDictionary::load(arguments[2]).store;
+    if (screens.empty()) {
+        std::fprintf(stderr, "%s holds no corpus\n", arguments[1]);
+        return 2;
+    }
+    const bool usePlain = has(count, arguments, "--plain");
+    const bool failures = has(count, arguments, "--failures");
+    auto plain = usePlain ? std::make_shared<PlainTesseract>() : nullptr;
+    std::shared_ptr<TextRecognizer> recognizer = plain;
+    if (!usePlain) {
+        auto ours = std::make_shared<TesseractRecognizer>(TesseractRecognizer::Options{
+            {}, {}, std::chrono::milliseconds(10000)});
+        ours->setWords(wordPatternsOf(*dictionary));
+        ours->start();
+        if (!ours->waitUntilReady(std::chrono::seconds(60))) {
+            std::fprintf(stderr, "%s\n", ours->state().description().c_str());
+            return 2;
+        }
+        recognizer = ours;
+    }
+    HoverStage stage(recognizer, dictionary, usePlain);
+    std::map<std::string, Row> rows;
+    for (const CorpusScreen& screen : screens) {
+        stage.show(readPicture(screen.imagePath));
+        if (plain) {
+            plain->setTraditional(screen.script == "traditional");
+        }
+        for (const CorpusHover& hover : screen.hovers) {
+            const HoverOutcome outcome = stage.hover(hover);
+            const std::string size = "size " + std::to_string(screen.size);
+            rows["all"].add(outcome);
+            rows[screen.kind].add(outcome);
+            rows[screen.kind + ", " + screen.script].add(outcome);
+            rows["font " + screen.font].add(outcome);
+            rows[(screen.kind == "subtitle" ? "subtitle " : "") + size].add(outcome);
+            if (failures && !outcome.right) {
+                std::printf("%s %d,%d %s%d %s: \"%s\" for \"%s\"%s in %s\n",
+                            screen.imagePath.c_str(), hover.x, hover.y, screen.kind.c_str(),
+                            screen.size, screen.font.c_str(), outcome.shown.c_str(),
+                            outcome.expected.c_str(), outcome.accepted ? " ACCEPTED" : "",
+                            hover.line.c_str());
+            }
+        }
+    }
+    printTable(rows);
+    return 0;
+}

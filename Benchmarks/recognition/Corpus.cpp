@@ -35,8 +35,12 @@ std::vector<CorpusScreen> readCorpus(const std::string& folder) {
         return screens;
     }
     for (const nlohmann::json& entry : index) {
-        CorpusScreen screen{folder + "/" + entry["image"].get<std::string>(), entry["kind"],
-                            entry["script"], entry["font"], entry["size"], {}};
+        CorpusScreen screen{folder + "/" + entry["image"].get<std::string>(),
+                            entry["kind"],
+                            entry["script"],
+                            entry["font"],
+                            entry["size"],
+                            {}};
         for (const nlohmann::json& point : entry["hovers"]) {
             screen.hovers.push_back(makeHover(entry["characters"], point));
         }

@@ -22,7 +22,7 @@ struct CorpusScreen {
     std::string kind;    ///< paragraph, label or subtitle.
     std::string script;  ///< simplified or traditional.
     std::string font;
-    int size = 0;        ///< Of the font, in pixels.
+    int size = 0;  ///< Of the font, in pixels.
     std::vector<CorpusHover> hovers;
 };
 

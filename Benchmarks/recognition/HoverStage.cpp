@@ -31,9 +31,7 @@ class SilentWindow : public AccessibilityElement {
     std::optional<std::string> stringForRange(Utf16Range /*range*/) const override {
         return std::nullopt;
     }
-    std::optional<Rect> boundsForRange(Utf16Range /*range*/) const override {
-        return std::nullopt;
-    }
+    std::optional<Rect> boundsForRange(Utf16Range /*range*/) const override { return std::nullopt; }
     bool equals(const AccessibilityElement& other) const override { return this == &other; }
 };
 
@@ -100,10 +98,10 @@ HoverStage::HoverStage(std::shared_ptr<TextRecognizer> recognizer,
     configuration.capture = [this](Point pointer, Size size) -> std::optional<CapturedImage> {
         const Rect all{0, 0, static_cast<double>(image_.width()),
                        static_cast<double>(image_.height())};
-        const Rect rect = Rect{pointer.x - size.width / 2, pointer.y - size.height / 2, size.width,
-                               size.height}
-                              .intersection(all)
-                              .integral();
+        const Rect rect =
+            Rect{pointer.x - size.width / 2, pointer.y - size.height / 2, size.width, size.height}
+                .intersection(all)
+                .integral();
         if (rect.isEmpty()) {
             return std::nullopt;
         }
@@ -121,7 +119,9 @@ HoverStage::HoverStage(std::shared_ptr<TextRecognizer> recognizer,
 
 HoverStage::~HoverStage() = default;
 
-void HoverStage::show(Image image) { image_ = std::move(image); }
+void HoverStage::show(Image image) {
+    image_ = std::move(image);
+}
 
 /// The word that is shown, with its place: "place:word"; empty where none is.
 std::string HoverStage::word(const std::string& text, long long offset) const {
@@ -137,7 +137,8 @@ HoverOutcome HoverStage::hover(const CorpusHover& hover) {
     recognizer_->asked = 0;
     const auto start = std::chrono::steady_clock::now();
     const std::optional<TextProbe> probe = extractor_->extract(
-        Point{static_cast<double>(hover.x), desktopHeight - static_cast<double>(hover.y)}, {}, nullptr);
+        Point{static_cast<double>(hover.x), desktopHeight - static_cast<double>(hover.y)}, {},
+        nullptr);
     outcome.milliseconds =
         std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
     if (probe) {

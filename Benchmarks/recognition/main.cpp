@@ -95,8 +95,8 @@ int main(int count, char** arguments) {
     auto plain = usePlain ? std::make_shared<PlainTesseract>() : nullptr;
     std::shared_ptr<TextRecognizer> recognizer = plain;
     if (!usePlain) {
-        auto ours = std::make_shared<TesseractRecognizer>(TesseractRecognizer::Options{
-            {}, {}, std::chrono::milliseconds(10000)});
+        auto ours = std::make_shared<TesseractRecognizer>(
+            TesseractRecognizer::Options{{}, {}, std::chrono::milliseconds(10000)});
         ours->setWords(wordPatternsOf(*dictionary));
         ours->start();
         if (!ours->waitUntilReady(std::chrono::seconds(60))) {

@@ -16,9 +16,9 @@ namespace {
 /// Full-width characters are a little wider than the ink of their line is high.
 constexpr std::array<double, 6> emPerLineHeight{0.97, 1.02, 1.07, 1.12, 1.18, 1.26};
 constexpr float unreachable = std::numeric_limits<float>::max() / 4;
-constexpr float cutWeight = 0.5F;       ///< For an edge that runs through ink.
+constexpr float cutWeight = 0.5F;  ///< For an edge that runs through ink.
 constexpr float emptyColumnCost = 0.15F;
-constexpr float inkColumnCost = 1.1F;   ///< For ink that belongs to no character, per em.
+constexpr float inkColumnCost = 1.1F;  ///< For ink that belongs to no character, per em.
 constexpr float positionWeight = 0.25F;
 
 /// What a kind of character may take up, in em, and how strictly.
@@ -163,7 +163,8 @@ Guess guessWithEm(const std::vector<int>& columns, double em) {
     for (int x = 0; x < width; ++x) {
         const auto at = static_cast<std::size_t>(x);
         const float before = table.cost(0, at);
-        const float skip = (columns[at] > 0 ? inkColumnCost : emptyColumnCost) / static_cast<float>(em);
+        const float skip =
+            (columns[at] > 0 ? inkColumnCost : emptyColumnCost) / static_cast<float>(em);
         table.offer(0, at + 1, before + skip, CellTable::skipped);
         for (int cell = least; cell <= greatest && x + cell <= width; ++cell) {
             const double deviation = (cell - em) / em;

@@ -44,8 +44,7 @@ bool isFrame(const InkMask& mask, const PixelBox& box) {
     }
     const bool topAndBottom = horizontal > 1.6 * box.width() && vertical > 0.8 * box.height();
     const bool leftAndRight = horizontal > 0.8 * box.width() && vertical > 1.6 * box.height();
-    return topAndBottom || leftAndRight ||
-           inkIn(mask, box) < 0.12 * box.width() * box.height();
+    return topAndBottom || leftAndRight || inkIn(mask, box) < 0.12 * box.width() * box.height();
 }
 
 /// Paints the outermost two pixels of the box with what is just inside them.
@@ -133,9 +132,9 @@ class TurnedView {
     bool turned_;
 };
 
-constexpr int ruleReach = 3;       ///< A rule is thinner than this.
-constexpr int leastRuleDepth = 12; ///< How far it differs from both of its sides.
-constexpr int ruleEvenness = 12;   ///< How far it may change from one pixel to the next.
+constexpr int ruleReach = 3;        ///< A rule is thinner than this.
+constexpr int leastRuleDepth = 12;  ///< How far it differs from both of its sides.
+constexpr int ruleEvenness = 12;    ///< How far it may change from one pixel to the next.
 constexpr int shortestHorizontalRule = 48;
 constexpr int shortestFrameSide = 14;
 
@@ -162,9 +161,9 @@ std::vector<Stretch> thinStretches(const TurnedView& view, int shortest) {
         int from = 0;
         for (int along = 0; along <= view.length(); ++along) {
             const bool inside = along < view.length() && standsOut(view, along, across);
-            const bool even = inside && along > from &&
-                              std::abs(view.value(along, across) -
-                                       view.value(along - 1, across)) <= ruleEvenness;
+            const bool even =
+                inside && along > from &&
+                std::abs(view.value(along, across) - view.value(along - 1, across)) <= ruleEvenness;
             if (inside && (even || along == from)) {
                 continue;
             }
@@ -202,8 +201,8 @@ bool meetsRule(const InkMask& rules, int x, int y) {
 /// The sides of a frame run from one horizontal rule to another, or leave the picture.
 bool isFrameSide(const InkMask& rules, const Stretch& side) {
     const bool top = side.from <= ruleReach || meetsRule(rules, side.across, side.from);
-    const bool bottom = side.to >= rules.height() - ruleReach ||
-                        meetsRule(rules, side.across, side.to - 1);
+    const bool bottom =
+        side.to >= rules.height() - ruleReach || meetsRule(rules, side.across, side.to - 1);
     return top && bottom;
 }
 

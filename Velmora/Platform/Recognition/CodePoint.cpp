@@ -37,9 +37,8 @@ std::u32string codePointsOf(std::string_view utf8) {
     while (!utf8.empty()) {
         const char32_t point = firstCodePoint(utf8);
         points += point;
-        utf8.remove_prefix(point == 0xFFFD && utf8.substr(0, 3) != "\xEF\xBF\xBD"
-                               ? 1
-                               : utf8Of(point).size());
+        utf8.remove_prefix(
+            point == 0xFFFD && utf8.substr(0, 3) != "\xEF\xBF\xBD" ? 1 : utf8Of(point).size());
     }
     return points;
 }

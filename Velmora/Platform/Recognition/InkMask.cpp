@@ -11,10 +11,10 @@ namespace {
 
 constexpr int tileSize = 40;
 constexpr int tileOverlap = 12;
-constexpr int binShift = 2;         ///< Brightness bins of four values.
-constexpr int leastInkDepth = 38;   ///< Difference from the background that makes ink.
-constexpr double inkShare = 0.3;    ///< Of the deepest ink around; less is a frame or a shadow.
-constexpr int deepestIgnored = 8;   ///< Pixels that may be deeper, such as a cursor's edge.
+constexpr int binShift = 2;        ///< Brightness bins of four values.
+constexpr int leastInkDepth = 38;  ///< Difference from the background that makes ink.
+constexpr double inkShare = 0.3;   ///< Of the deepest ink around; less is a frame or a shadow.
+constexpr int deepestIgnored = 8;  ///< Pixels that may be deeper, such as a cursor's edge.
 constexpr int flatTolerance = 8;
 
 constexpr std::size_t binCount = 256 >> binShift;
@@ -36,8 +36,8 @@ int modeOf(const Histogram& bins) {
     std::size_t best = 0;
     int bestScore = -1;
     for (std::size_t i = 0; i < binCount; ++i) {
-        const int score = bins[i] * 2 + (i > 0 ? bins[i - 1] : 0) +
-                          (i + 1 < binCount ? bins[i + 1] : 0);
+        const int score =
+            bins[i] * 2 + (i > 0 ? bins[i - 1] : 0) + (i + 1 < binCount ? bins[i + 1] : 0);
         if (score > bestScore) {
             bestScore = score;
             best = i;
@@ -83,9 +83,8 @@ InkMask findInk(const GrayImage& image) {
     InkMask mask(image.width(), image.height());
     for (int top = 0; top < image.height(); top += tileSize) {
         for (int left = 0; left < image.width(); left += tileSize) {
-            const PixelBox tile =
-                PixelBox{left, top, left + tileSize, top + tileSize}.clippedTo(image.width(),
-                                                                               image.height());
+            const PixelBox tile = PixelBox{left, top, left + tileSize, top + tileSize}.clippedTo(
+                image.width(), image.height());
             const PixelBox around =
                 tile.grownBy(tileOverlap, tileOverlap).clippedTo(image.width(), image.height());
             const Histogram bins = histogramOf(image, around);

@@ -32,8 +32,8 @@ void keepNearest(std::vector<PixelBox>& boxes, Point focus, std::size_t limit) {
     const auto nearer = [focus](const PixelBox& a, const PixelBox& b) {
         return squaredDistance(a, focus) < squaredDistance(b, focus);
     };
-    std::nth_element(boxes.begin(), boxes.begin() + static_cast<std::ptrdiff_t>(limit),
-                     boxes.end(), nearer);
+    std::nth_element(boxes.begin(), boxes.begin() + static_cast<std::ptrdiff_t>(limit), boxes.end(),
+                     nearer);
     boxes.resize(limit);
 }
 
@@ -42,8 +42,7 @@ void keepNearest(std::vector<PixelBox>& boxes, Point focus, std::size_t limit) {
 bool standBeside(const PixelBox& a, const PixelBox& b) {
     const int taller = std::max(a.height(), b.height());
     const int lower = std::min(a.height(), b.height());
-    return taller >= 5 && a.columnsBetween(b) <= 0.9 * taller &&
-           a.sharedRows(b) >= 0.6 * lower;
+    return taller >= 5 && a.columnsBetween(b) <= 0.9 * taller && a.sharedRows(b) >= 0.6 * lower;
 }
 
 /// Groups that are one line after all.
@@ -82,8 +81,8 @@ std::vector<PixelBox> unite(const std::vector<PixelBox>& boxes, int reach, Relat
     std::vector<std::size_t> parents(boxes.size());
     std::iota(parents.begin(), parents.end(), std::size_t{0});
     for (std::size_t i = 0; i < boxes.size(); ++i) {
-        for (std::size_t j = i + 1;
-             j < boxes.size() && boxes[j].left - boxes[i].right <= reach; ++j) {
+        for (std::size_t j = i + 1; j < boxes.size() && boxes[j].left - boxes[i].right <= reach;
+             ++j) {
             if (related(boxes[i], boxes[j])) {
                 parents[rootOf(parents, j)] = rootOf(parents, i);
             }

@@ -10,8 +10,8 @@ namespace velmora {
 
 namespace {
 
-constexpr double surround = 0.1;        ///< Of the line's height, taken along on both sides.
-constexpr double extremeShare = 0.02;   ///< Of the pixels, ignored at either end of the range.
+constexpr double surround = 0.1;       ///< Of the line's height, taken along on both sides.
+constexpr double extremeShare = 0.02;  ///< Of the pixels, ignored at either end of the range.
 constexpr int leastContrast = 20;
 
 struct Range {
@@ -83,12 +83,11 @@ LineImage prepareLine(const GrayImage& picture, const PixelBox& line, double ink
         return result;
     }
     result.scale = inkHeight / line.height();
-    const int above = static_cast<int>(
-        std::ceil((LineImage::height - inkHeight) / 2 / result.scale));
+    const int above =
+        static_cast<int>(std::ceil((LineImage::height - inkHeight) / 2 / result.scale));
     const int beside = std::max(1, static_cast<int>(std::lround(surround * line.height())));
     const PixelBox area = line.grownBy(beside, above);
-    const Range range =
-        brightnessRange(picture, area.clippedTo(picture.width(), picture.height()));
+    const Range range = brightnessRange(picture, area.clippedTo(picture.width(), picture.height()));
     result.wasLightOnDark = range.ink > range.paper;
     result.sourceLeft = area.left;
     const GrayImage sized = scaled(blackOnWhite(picture, area, range), result.scale);
@@ -102,6 +101,12 @@ LineImage prepareLine(const GrayImage& picture, const PixelBox& line, double ink
         }
     }
     return result;
+}
+
+GrayImage cutBlackOnWhite(const GrayImage& picture, const PixelBox& box) {
+    const PixelBox area = box.clippedTo(picture.width(), picture.height());
+    return area.isEmpty() ? GrayImage()
+                          : blackOnWhite(picture, area, brightnessRange(picture, area));
 }
 
 }  // namespace velmora

@@ -10,8 +10,8 @@ namespace velmora {
 /// picture it came from.
 struct LineImage {
     GrayImage image;
-    double scale = 1;     ///< Pixels of `image` per pixel of the source.
-    int sourceLeft = 0;   ///< The source column of the first pixel after the margin.
+    double scale = 1;    ///< Pixels of `image` per pixel of the source.
+    int sourceLeft = 0;  ///< The source column of the first pixel after the margin.
     bool wasLightOnDark = false;
 
     /// What the readers' networks work on, so that they need not scale once more.
@@ -26,5 +26,9 @@ struct LineImage {
 /// Cuts a line out of a picture. `inkHeight` is what the height of the line's ink box becomes, at
 /// most `LineImage::height`.
 LineImage prepareLine(const GrayImage& picture, const PixelBox& line, double inkHeight);
+
+/// The part of a picture inside a box, black on white with full contrast, at its own size and
+/// without anything around it; empty where the box misses the picture.
+GrayImage cutBlackOnWhite(const GrayImage& picture, const PixelBox& box);
 
 }  // namespace velmora

@@ -12,9 +12,9 @@ enum class ScriptModel { simplified = 0, traditional = 1 };
 
 /// One character as a reader saw it.
 struct ReadSymbol {
-    std::string text;       ///< One character, UTF-8; never a space.
-    float confidence = 0;   ///< 0…1, the reader's own opinion.
-    double left = 0;        ///< Where the reader thinks it stands: rough, often beside the ink.
+    std::string text;      ///< One character, UTF-8; never a space.
+    float confidence = 0;  ///< 0…1, the reader's own opinion.
+    double left = 0;       ///< Where the reader thinks it stands: rough, often beside the ink.
     double right = 0;
 
     bool operator==(const ReadSymbol&) const = default;

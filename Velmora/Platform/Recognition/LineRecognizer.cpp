@@ -14,16 +14,16 @@ namespace velmora {
 
 namespace {
 
-constexpr double firstInkHeight = 33;   ///< Two sizes, so that the readings err independently.
+constexpr double firstInkHeight = 33;  ///< Two sizes, so that the readings err independently.
 constexpr double secondInkHeight = 38;
-constexpr double reachInEm = 14;        ///< Of the line that is read, on both sides of the focus.
+constexpr double reachInEm = 14;  ///< Of the line that is read, on both sides of the focus.
 constexpr double emPerLineHeight = 1.07;
 constexpr std::size_t windowBefore = 4;
 constexpr std::size_t windowAfter = 5;
 
-constexpr double clearlyLiker = 0.05;   ///< Difference of likeness that settles a dispute.
+constexpr double clearlyLiker = 0.05;  ///< Difference of likeness that settles a dispute.
 constexpr double slightlyLiker = 0.015;
-constexpr double unlike = 0.45;         ///< Below this the ink is hardly that character.
+constexpr double unlike = 0.45;  ///< Below this the ink is hardly that character.
 constexpr double alike = 0.62;
 
 constexpr float acceptedConfidence = 0.99F;
@@ -31,7 +31,9 @@ constexpr float greatestUnconfirmed = 0.97F;
 constexpr float silentConfidence = 0.2F;
 constexpr float plainConfidence = 0.9F;  ///< Of a line that was read once and not looked into.
 
-bool isHanText(const std::string& text) { return isHan(firstCodePoint(text)); }
+bool isHanText(const std::string& text) {
+    return isHan(firstCodePoint(text));
+}
 
 ScriptModel opposite(ScriptModel model) {
     return model == ScriptModel::simplified ? ScriptModel::traditional : ScriptModel::simplified;
@@ -51,8 +53,9 @@ const PlacedCharacter* counterpart(const PlacedLine& reading, const CharacterCel
 /// A column without ink next to the wanted one, so that no character is cut; the wanted one where
 /// there is none within reach.
 int cutNear(const InkMask& ink, const PixelBox& line, int wanted, int reach) {
-    const PixelBox strip = PixelBox{wanted - reach, line.top, wanted + reach + 1, line.bottom}
-                               .clippedTo(ink.width(), ink.height());
+    const PixelBox strip =
+        PixelBox{wanted - reach, line.top, wanted + reach + 1, line.bottom}.clippedTo(ink.width(),
+                                                                                      ink.height());
     const std::vector<int> columns = ink.columnCounts(strip);
     int best = wanted;
     int distance = reach + 1;
@@ -156,12 +159,12 @@ PlacedLine LineRecognizer::readBox(const FoundLines& found, const PixelBox& box,
         symbol.left = prepared.sourceX(symbol.left) - area.left;
         symbol.right = prepared.sourceX(symbol.right) - area.left;
     }
-    const FittedCells fitted =
-        fitCells(*reading, found.ink.columnCounts(area), box.height());
+    const FittedCells fitted = fitCells(*reading, found.ink.columnCounts(area), box.height());
     PlacedLine line;
     for (std::size_t i = 0; i < reading->size(); ++i) {
         const CharacterCell& cell = fitted.cells[i];
-        line.push_back({(*reading)[i].text, (*reading)[i].confidence,
+        line.push_back({(*reading)[i].text,
+                        (*reading)[i].confidence,
                         {cell.left + area.left, cell.right + area.left}});
     }
     return line;
@@ -186,15 +189,14 @@ LineRecognizer::Window LineRecognizer::windowAround(const PixelBox& box, const P
     return window;
 }
 
-std::optional<CharacterShape> LineRecognizer::inkShape(const FoundLines& found,
-                                                       const PixelBox& box,
+std::optional<CharacterShape> LineRecognizer::inkShape(const FoundLines& found, const PixelBox& box,
                                                        const CharacterCell& cell) const {
     if (cell.width() < 4) {
         return std::nullopt;
     }
     const PixelBox area = PixelBox{cell.left, box.top, cell.right, box.bottom};
-    const LineImage prepared = prepareLine(found.image, area, LineImage::height);
-    return prepared.image.isEmpty() ? std::nullopt : CharacterShape::of(prepared.image);
+    const GrayImage cut = cutBlackOnWhite(found.image, area);
+    return cut.isEmpty() ? std::nullopt : CharacterShape::of(cut);
 }
 
 double LineRecognizer::likeness(const std::optional<CharacterShape>& ink,

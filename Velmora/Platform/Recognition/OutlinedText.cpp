@@ -58,9 +58,8 @@ GrayImage outlinedTextCore(const Image& image, const PixelBox& box) {
     // A stroke has its outline on two sides; where strokes cross, other strokes are around.
     const InkMask strokes =
         between(width, height, [&](int x, int y) { return gray.at(x, y) < darkBelow; });
-    const InkMask crossings = between(width, height, [&](int x, int y) {
-        return strokes.at(x, y) && gray.at(x, y) >= coreFrom;
-    });
+    const InkMask crossings = between(
+        width, height, [&](int x, int y) { return strokes.at(x, y) && gray.at(x, y) >= coreFrom; });
     GrayImage core(width, height, 255);
     for (int y = 0; y < height; ++y) {
         const std::uint32_t* source = image.row(box.top + y) + box.left;
@@ -69,7 +68,8 @@ GrayImage outlinedTextCore(const Image& image, const PixelBox& box) {
                 // Red and green alone, so that yellow counts as bright as white.
                 const auto light =
                     static_cast<int>((((source[x] >> 16) & 255) + ((source[x] >> 8) & 255)) / 2);
-                const int depth = std::clamp((light - coreFrom) * 255 / (coreFull - coreFrom), 0, 255);
+                const int depth =
+                    std::clamp((light - coreFrom) * 255 / (coreFull - coreFrom), 0, 255);
                 core.at(x, y) = static_cast<std::uint8_t>(255 - depth);
             }
         }

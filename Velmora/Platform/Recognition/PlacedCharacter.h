@@ -11,9 +11,9 @@ namespace velmora {
 /// One character of a line with its place in the picture and what is known about how right it is.
 struct PlacedCharacter {
     std::string text;
-    float confidence = 0;     ///< The reader's own, 0…1.
-    CharacterCell cell;       ///< Columns of the picture.
-    bool confirmed = false;   ///< A second look, or the ink itself, says the same.
+    float confidence = 0;    ///< The reader's own, 0…1.
+    CharacterCell cell;      ///< Columns of the picture.
+    bool confirmed = false;  ///< A second look, or the ink itself, says the same.
 };
 
 using PlacedLine = std::vector<PlacedCharacter>;

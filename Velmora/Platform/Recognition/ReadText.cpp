@@ -30,8 +30,7 @@ std::vector<CharacterCell> cellsOfCharacters(const CharacterText& text, const Pl
 Rect normalizedBox(const PixelBox& box, int imageWidth, int imageHeight) {
     const double width = std::max(1, imageWidth);
     const double height = std::max(1, imageHeight);
-    return {box.left / width, 1 - box.bottom / height, box.width() / width,
-            box.height() / height};
+    return {box.left / width, 1 - box.bottom / height, box.width() / width, box.height() / height};
 }
 
 ReadText::ReadText(const PlacedLine& characters, float confidence, const PixelBox& line,

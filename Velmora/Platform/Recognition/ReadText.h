@@ -3,9 +3,9 @@
 
 #include <vector>
 
-#include "Velmora/Platform/RecognizedText.h"
 #include "Velmora/Platform/Recognition/PixelBox.h"
 #include "Velmora/Platform/Recognition/PlacedCharacter.h"
+#include "Velmora/Platform/RecognizedText.h"
 
 namespace velmora {
 
@@ -23,8 +23,8 @@ class ReadText : public RecognizedText {
   private:
     std::string text_;
     float confidence_;
-    Rect line_;                        ///< Normalised, origin at the bottom left.
-    std::vector<CharacterCell> cells_; ///< One for each character (grapheme cluster).
+    Rect line_;                         ///< Normalised, origin at the bottom left.
+    std::vector<CharacterCell> cells_;  ///< One for each character (grapheme cluster).
     double imageWidth_;
 };
 

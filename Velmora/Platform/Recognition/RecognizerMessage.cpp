@@ -86,7 +86,9 @@ std::optional<GrayImage> getPicture(Reader& reader) {
     return picture;
 }
 
-RecognizerMessage message(Kind kind, Writer& writer) { return {kind, 0, writer.take()}; }
+RecognizerMessage message(Kind kind, Writer& writer) {
+    return {kind, 0, writer.take()};
+}
 
 }  // namespace
 
@@ -210,9 +212,9 @@ std::optional<LineReading> parseReading(const RecognizerMessage& message) {
         float right = 0;
         std::uint32_t length = 0;
         if (!reader.get(symbol.confidence) || !reader.get(left) || !reader.get(right) ||
-            !reader.get(length) || length > longestSymbol ||
-            !reader.getText(length, symbol.text) || !std::isfinite(left) ||
-            !std::isfinite(right) || !(symbol.confidence >= 0 && symbol.confidence <= 1)) {
+            !reader.get(length) || length > longestSymbol || !reader.getText(length, symbol.text) ||
+            !std::isfinite(left) || !std::isfinite(right) ||
+            !(symbol.confidence >= 0 && symbol.confidence <= 1)) {
             return std::nullopt;
         }
         symbol.left = left;

@@ -80,8 +80,9 @@ std::string RecognizerProcess::defaultDataFolder() {
     if (const char* prefix = std::getenv("TESSDATA_PREFIX")) {
         folders.push_back(prefix);
     }
-    folders.insert(folders.end(), {"/usr/share/tesseract-ocr/5/tessdata",
-                                   "/usr/share/tesseract-ocr/4.00/tessdata", "/usr/share/tessdata"});
+    folders.insert(folders.end(),
+                   {"/usr/share/tesseract-ocr/5/tessdata", "/usr/share/tesseract-ocr/4.00/tessdata",
+                    "/usr/share/tessdata"});
     for (const std::string& folder : folders) {
         for (const char* file : {"/chi_sim.traineddata", "/chi_tra.traineddata"}) {
             if (isExecutable(folder + file)) {
@@ -140,8 +141,7 @@ bool RecognizerProcess::ensureWorker() {
         Clock::now() >= nextStart_) {
         startWorker();
     }
-    return worker_ && takeReports(Clock::now()) &&
-           state_.worker == RecognizerState::Worker::ready;
+    return worker_ && takeReports(Clock::now()) && state_.worker == RecognizerState::Worker::ready;
 }
 
 /// Reads what the worker reports while it loads, until it is ready or the deadline passes.
@@ -172,8 +172,7 @@ void RecognizerProcess::noteReport(const RecognizerMessage& message) {
     if (!report) {
         return;
     }
-    loadingModel_ =
-        message.kind == Kind::loading ? std::optional(report->model) : std::nullopt;
+    loadingModel_ = message.kind == Kind::loading ? std::optional(report->model) : std::nullopt;
     (report->model == ScriptModel::simplified ? state_.simplified : state_.traditional) =
         report->state;
 }

@@ -11,9 +11,9 @@ namespace velmora {
 struct RecognizerState {
     enum class Worker {
         notStarted,
-        loading,    ///< Started, its languages are being loaded.
-        ready,      ///< Answers requests.
-        unavailable ///< The worker program is missing or does not stay alive.
+        loading,     ///< Started, its languages are being loaded.
+        ready,       ///< Answers requests.
+        unavailable  ///< The worker program is missing or does not stay alive.
     };
 
     Worker worker = Worker::notStarted;

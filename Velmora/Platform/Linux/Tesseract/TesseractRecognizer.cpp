@@ -74,22 +74,28 @@ struct TesseractRecognizer::Job {
 };
 
 TesseractRecognizer::TesseractRecognizer(Options options)
-    : process_(std::make_unique<RecognizerProcess>(RecognizerProcess::Options{
-          std::move(options.workerExecutable), std::move(options.dataFolder),
-          options.answerLimit})),
+    : process_(std::make_unique<RecognizerProcess>(
+          RecognizerProcess::Options{std::move(options.workerExecutable),
+                                     std::move(options.dataFolder), options.answerLimit})),
       lines_(std::make_unique<LineRecognizer>(*process_, nullptr)) {}
 
 TesseractRecognizer::~TesseractRecognizer() = default;
 
-void TesseractRecognizer::start() { process_->start(); }
+void TesseractRecognizer::start() {
+    process_->start();
+}
 
 bool TesseractRecognizer::waitUntilReady(std::chrono::milliseconds limit) {
     return process_->waitUntilReady(limit);
 }
 
-RecognizerState TesseractRecognizer::state() const { return process_->state(); }
+RecognizerState TesseractRecognizer::state() const {
+    return process_->state();
+}
 
-pid_t TesseractRecognizer::workerProcessId() const { return process_->processId(); }
+pid_t TesseractRecognizer::workerProcessId() const {
+    return process_->processId();
+}
 
 void TesseractRecognizer::setWords(std::shared_ptr<const WordPatterns> words) {
     const std::lock_guard lock(wordsMutex_);
@@ -108,8 +114,7 @@ std::optional<std::vector<TextObservation>> TesseractRecognizer::recognize(
     }
     lines_->setWords(words.get());
     Job job{image, static_cast<std::size_t>(candidateLimit), 0, 0, Clock::time_point::max(), {}};
-    if (pointOfInterest && std::isfinite(pointOfInterest->x) &&
-        std::isfinite(pointOfInterest->y)) {
+    if (pointOfInterest && std::isfinite(pointOfInterest->x) && std::isfinite(pointOfInterest->y)) {
         readNear(job, *pointOfInterest);
     } else {
         readAll(job);
@@ -171,13 +176,11 @@ void TesseractRecognizer::readAll(Job& job) {
     }
 }
 
-void TesseractRecognizer::readLines(Job& job, const FoundLines& found,
-                                    std::optional<Point> point) {
+void TesseractRecognizer::readLines(Job& job, const FoundLines& found, std::optional<Point> point) {
     std::vector<TextLine> lines = found.lines;
     if (point) {
-        std::erase_if(lines, [&](const TextLine& line) {
-            return distanceTo(line.box, *point) > nearEnough;
-        });
+        std::erase_if(
+            lines, [&](const TextLine& line) { return distanceTo(line.box, *point) > nearEnough; });
         std::stable_sort(lines.begin(), lines.end(), [&](const TextLine& a, const TextLine& b) {
             return distanceTo(a.box, *point) < distanceTo(b.box, *point);
         });
@@ -187,12 +190,11 @@ void TesseractRecognizer::readLines(Job& job, const FoundLines& found,
         if (Clock::now() >= job.deadline || job.observations.size() >= mostLines) {
             return;
         }
-        const ReadLine read = lines_->recognize(
-            found, line, point ? std::optional(point->x) : std::nullopt);
+        const ReadLine read =
+            lines_->recognize(found, line, point ? std::optional(point->x) : std::nullopt);
         const PixelBox box = read.box.movedBy(job.left, job.top);
         TextObservation observation;
-        observation.boundingBox =
-            normalizedBox(box, job.image.width(), job.image.height());
+        observation.boundingBox = normalizedBox(box, job.image.width(), job.image.height());
         for (const LineCandidate& candidate : read.candidates) {
             if (observation.candidates.size() >= job.candidateLimit) {
                 break;

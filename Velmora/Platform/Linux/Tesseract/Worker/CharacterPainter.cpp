@@ -109,8 +109,8 @@ std::optional<GrayImage> CharacterPainter::draw(char32_t character, ScriptModel 
         return std::nullopt;
     }
     const FT_UInt glyph = FT_Get_Char_Index(face, character);
-    if (glyph == 0 || FT_Load_Glyph(face, glyph, FT_LOAD_RENDER | FT_LOAD_NO_HINTING |
-                                                     FT_LOAD_NO_BITMAP) != 0 ||
+    if (glyph == 0 ||
+        FT_Load_Glyph(face, glyph, FT_LOAD_RENDER | FT_LOAD_NO_HINTING | FT_LOAD_NO_BITMAP) != 0 ||
         face->glyph->bitmap.pixel_mode != FT_PIXEL_MODE_GRAY) {
         return std::nullopt;
     }

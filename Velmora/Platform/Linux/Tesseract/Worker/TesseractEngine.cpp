@@ -55,8 +55,8 @@ LineReading symbolsOf(tesseract::ResultIterator& iterator) {
         int bottom = 0;
         iterator.BoundingBox(tesseract::RIL_SYMBOL, &left, &top, &right, &bottom);
         const float confidence = iterator.Confidence(tesseract::RIL_SYMBOL) / 100;
-        reading.push_back({text.get(), std::clamp(confidence, 0.0F, 1.0F),
-                           left - networkDelay, right - networkDelay});
+        reading.push_back({text.get(), std::clamp(confidence, 0.0F, 1.0F), left - networkDelay,
+                           right - networkDelay});
     } while (iterator.Next(tesseract::RIL_SYMBOL));
     return reading;
 }

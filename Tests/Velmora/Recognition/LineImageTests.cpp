@@ -43,7 +43,16 @@ TEST(LineImage, GoesWhiteBeyondTheEdgesOfThePicture) {
     ASSERT_FALSE(line.image.isEmpty());
     EXPECT_EQ(line.image.at(line.image.width() / 2, 0), 255);
     EXPECT_TRUE(prepareLine(picture, {200, 0, 240, 20}, 33).image.isEmpty());
-    EXPECT_TRUE(cutBlackOnWhite(picture, {0, 50, 10, 60}).isEmpty());
+    EXPECT_TRUE(cutBlackOnWhite(picture, {0, 50, 10, 60}, {0, 0, 80, 20}).isEmpty());
+}
+
+TEST(LineImage, ADenseCharacterKeepsThePolarityOfItsLine) {
+    GrayImage picture(100, 40, 255);
+    fill(picture, {40, 10, 60, 30}, 0);
+    fill(picture, {45, 15, 48, 18}, 255);
+    const GrayImage cut = cutBlackOnWhite(picture, {40, 10, 60, 30}, {20, 10, 80, 30});
+    EXPECT_EQ(cut.at(1, 1), 0);
+    EXPECT_EQ(cut.at(6, 6), 255);
 }
 
 TEST(GrayImage, ScalesDownByMeansAndUpByInterpolation) {

@@ -107,7 +107,7 @@ TEST(LineRecognizer, TheInkChoosesTheScript) {
 
 TEST(LineRecognizer, ReadingsThatContradictEachOtherAreNotAccepted) {
     FakeReader reader;
-    reader.texts[ScriptModel::simplified] = {{"他", "中", "甲", "好"}, {"他", "中", "乙", "好"}};
+    reader.texts[ScriptModel::simplified] = {{"他", "中", "甲", "好"}, {"他", "中", "子", "好"}};
     reader.texts[ScriptModel::traditional] = {{"他", "中", "丙", "好"}};
     LineRecognizer lines(reader, nullptr);
     const FoundLines found = pictureOf(U"他中文好");

@@ -103,10 +103,15 @@ LineImage prepareLine(const GrayImage& picture, const PixelBox& line, double ink
     return result;
 }
 
-GrayImage cutBlackOnWhite(const GrayImage& picture, const PixelBox& box) {
+GrayImage cutBlackOnWhite(const GrayImage& picture, const PixelBox& box, const PixelBox& line) {
     const PixelBox area = box.clippedTo(picture.width(), picture.height());
-    return area.isEmpty() ? GrayImage()
-                          : blackOnWhite(picture, area, brightnessRange(picture, area));
+    const int around = std::max(2, line.height() / 4);
+    const PixelBox context =
+        line.grownBy(around, around).clippedTo(picture.width(), picture.height());
+    if (area.isEmpty() || context.isEmpty()) {
+        return {};
+    }
+    return blackOnWhite(picture, area, brightnessRange(picture, context));
 }
 
 }  // namespace velmora

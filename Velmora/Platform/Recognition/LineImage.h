@@ -28,7 +28,8 @@ struct LineImage {
 LineImage prepareLine(const GrayImage& picture, const PixelBox& line, double inkHeight);
 
 /// The part of a picture inside a box, black on white with full contrast, at its own size and
-/// without anything around it; empty where the box misses the picture.
-GrayImage cutBlackOnWhite(const GrayImage& picture, const PixelBox& box);
+/// without anything around it; empty where the box misses the picture. What is paper and what is
+/// ink is taken from `line`, as a dense character alone may be more ink than paper.
+GrayImage cutBlackOnWhite(const GrayImage& picture, const PixelBox& box, const PixelBox& line);
 
 }  // namespace velmora

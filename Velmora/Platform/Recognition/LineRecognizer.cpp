@@ -24,7 +24,7 @@ constexpr std::size_t windowAfter = 5;
 constexpr double clearlyLiker = 0.05;  ///< Difference of likeness that settles a dispute.
 constexpr double slightlyLiker = 0.015;
 constexpr double unlike = 0.45;  ///< Below this the ink is hardly that character.
-constexpr double alike = 0.62;
+constexpr double alike = 0.75;   ///< The wrong form of a script reaches 0.7.
 
 constexpr float acceptedConfidence = 0.99F;
 constexpr float greatestUnconfirmed = 0.97F;
@@ -195,7 +195,7 @@ std::optional<CharacterShape> LineRecognizer::inkShape(const FoundLines& found, 
         return std::nullopt;
     }
     const PixelBox area = PixelBox{cell.left, box.top, cell.right, box.bottom};
-    const GrayImage cut = cutBlackOnWhite(found.image, area);
+    const GrayImage cut = cutBlackOnWhite(found.image, area, box);
     return cut.isEmpty() ? std::nullopt : CharacterShape::of(cut);
 }
 

@@ -17,11 +17,11 @@
 #include "Velmora/Coordination/AppModel.h"
 #include "Velmora/Coordination/SingleInstanceGuard.h"
 #include "Velmora/Coordination/SpeechService.h"
+#include "Velmora/Coordination/StatusBarController.h"
 #include "Velmora/Coordination/Unavailable/UnavailableLaunchFlash.h"
 #include "Velmora/Coordination/Unavailable/UnavailableOnboarding.h"
 #include "Velmora/Coordination/Unavailable/UnavailableSettings.h"
 #include "Velmora/Coordination/Unavailable/UnavailableSoftwareUpdates.h"
-#include "Velmora/Coordination/Unavailable/UnavailableStatusBar.h"
 #include "Velmora/Diagnostics/AnalyticsService.h"
 #include "Velmora/Diagnostics/NetworkHttpPoster.h"
 #include "Velmora/Diagnostics/QALog.h"
@@ -33,6 +33,7 @@
 #include "Velmora/Platform/Linux/SerialWorkerQueue.h"
 #include "Velmora/Platform/Linux/SettingsFile.h"
 #include "Velmora/Platform/Linux/Speech/SpeechDispatcherSynthesizer.h"
+#include "Velmora/Platform/Linux/StatusNotifier/StatusNotifierItem.h"
 #include "Velmora/Platform/Linux/SystemClock.h"
 #include "Velmora/Platform/Linux/TerminationSignals.h"
 #include "Velmora/Platform/Linux/XdgPaths.h"
@@ -191,7 +192,12 @@ class Application {
     UnavailableLaunchFlash launchFlash_{notYet};
     UnavailableOnboarding onboarding_{notYet};
     UnavailableSettings settingsWindow_{notYet};
-    UnavailableStatusBar statusBar_{notYet};
+    StatusNotifierItem statusItem_{*clock_};
+    StatusBarController statusBar_{{.item = statusItem_,
+                                    .settings = settingsWindow_,
+                                    .shell = *backends_.shell,
+                                    .events = *backends_.events,
+                                    .clock = *clock_}};
     AppModel model_{modelServices()};
     RemoteControlService remoteControl_{remoteControlActions()};
     TerminationSignals signals_{[this] { backends_.shell->terminate(); }};

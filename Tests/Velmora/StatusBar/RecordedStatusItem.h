@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Velmora/Platform/StatusItem.h"
+
+namespace velmora::testing {
+
+/// A tray whose menu the test opens and clicks.
+class RecordedStatusItem final : public StatusItem {
+  public:
+    void show(const StatusItemLook& newLook, StatusItemDelegate& newDelegate) override {
+        look = newLook;
+        delegate = &newDelegate;
+    }
+    void hide() override { delegate = nullptr; }
+    void mousePressedSomewhere() override {
+        ++presses;
+        delegate->menuDidClose();
+    }
+
+    /// As a host does it.
+    void open() {
+        menu = delegate->menuNeedsUpdate();
+        delegate->menuWillOpen();
+    }
+
+    const MenuItem* find(const std::string& title) const {
+        for (const MenuItem& item : menu) {
+            if (item.title == title) {
+                return &item;
+            }
+        }
+        return nullptr;
+    }
+
+    std::vector<std::string> titles() const {
+        std::vector<std::string> texts;
+        for (const MenuItem& item : menu) {
+            texts.push_back(item.kind == MenuItem::Kind::separator ? "-" : item.title);
+        }
+        return texts;
+    }
+
+    std::optional<StatusItemLook> look;
+    StatusItemDelegate* delegate = nullptr;
+    std::vector<MenuItem> menu;
+    int presses = 0;
+};
+
+}  // namespace velmora::testing

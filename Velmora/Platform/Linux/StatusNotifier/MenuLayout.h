@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <unordered_map>
+#include <vector>
+
+#include "Velmora/Platform/MenuItem.h"
+
+namespace velmora {
+
+/// The menu with a number for every entry. New contents get new numbers; the numbers of the
+/// contents before stay known, because a host may still show them. The root is 0 always.
+class MenuLayout {
+  public:
+    /// An entry with its number.
+    struct Node {
+        int id = 0;
+        MenuItem item;  ///< Without its children.
+        std::vector<Node> children;
+    };
+
+    static constexpr int rootId = 0;
+
+    /// Takes these entries over and tells whether they look different from those before. Where they
+    /// do not, numbers stay and only the actions are replaced.
+    bool update(const std::vector<MenuItem>& items);
+
+    /// Grows with every change.
+    unsigned revision() const { return revision_; }
+
+    /// The entry of this number among those of now, the root included; null where there is none.
+    const Node* find(int id) const;
+
+    /// What happens when this entry is chosen, be it of the present contents or of those before.
+    /// Nothing for an entry that cannot be chosen or is unknown.
+    std::optional<std::function<void()>> action(int id) const;
+
+  private:
+    using Actions = std::unordered_map<int, std::function<void()>>;
+
+    Node numbered(const MenuItem& item);
+    void index(const Node& node);
+    void replaceActions(Node& node, const std::vector<MenuItem>& items);
+
+    std::vector<MenuItem> items_;
+    Node root_;
+    std::unordered_map<int, const Node*> nodes_;
+    Actions actions_;
+    Actions actionsBefore_;
+    int lastId_ = 0;
+    unsigned revision_ = 0;
+};
+
+}  // namespace velmora

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Velmora/Platform/StatusItemDelegate.h"
+#include "Velmora/Platform/StatusItemLook.h"
+
+namespace velmora {
+
+/// The program's place in the desktop's tray, with a menu. Main thread.
+class StatusItem {
+  public:
+    virtual ~StatusItem() = default;
+
+    /// Puts the item up, now or as soon as the desktop has a tray, and never waits for it. The
+    /// delegate outlives the item or a call of `hide`.
+    virtual void show(const StatusItemLook& look, StatusItemDelegate& delegate) = 0;
+
+    /// Takes the item away. Ends the menu where it is open.
+    virtual void hide() = 0;
+
+    /// A mouse button went down outside every window of ours: a menu that was open is so no more.
+    virtual void mousePressedSomewhere() = 0;
+};
+
+}  // namespace velmora

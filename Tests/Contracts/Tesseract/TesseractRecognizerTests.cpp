@@ -1,0 +1,146 @@
+// SPDX-License-Identifier: MIT
+#include "Velmora/Platform/Linux/Tesseract/TesseractRecognizer.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <memory>
+#include <random>
+
+#include "Tests/Contracts/Tesseract/Pictures.h"
+
+namespace velmora {
+namespace {
+
+using std::chrono::milliseconds;
+
+/// One worker for all tests here; loading it takes a while.
+TesseractRecognizer& recognizer() {
+    static const auto shared = [] {
+        auto made = std::make_unique<TesseractRecognizer>(
+            TesseractRecognizer::Options{{}, {}, milliseconds(20000)});
+        made->start();
+        made->waitUntilReady(milliseconds(60000));
+        return made;
+    }();
+    return *shared;
+}
+
+std::string bestText(const std::optional<std::vector<TextObservation>>& observations) {
+    if (!observations || observations->empty() || observations->front().candidates.empty()) {
+        return {};
+    }
+    return observations->front().candidates.front()->string();
+}
+
+struct Hover {
+    const char* picture;
+    Point point;
+    const char* text;
+    std::size_t offset;
+    bool sure;
+};
+
+class ReadsPictures : public ::testing::TestWithParam<Hover> {};
+
+TEST_P(ReadsPictures, TheTextAndTheCharacterUnderThePoint) {
+    const Hover& hover = GetParam();
+    const Image image = fixturePicture(hover.picture);
+    ASSERT_FALSE(image.isEmpty());
+    const auto observations = recognizer().recognize(image, hover.point, 3);
+    ASSERT_EQ(bestText(observations), hover.text);
+    const RecognizedText& text = *observations->front().candidates.front();
+    EXPECT_EQ(text.confidence() >= 0.99F, hover.sure) << text.confidence();
+    const auto box = text.boundingBox(hover.offset, hover.offset + 1);
+    ASSERT_TRUE(box);
+    const Point normalized{hover.point.x / image.width(), 1 - hover.point.y / image.height()};
+    EXPECT_TRUE(box->contains(normalized));
+    EXPECT_LE(observations->front().candidates.size(), 3U);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Fixtures, ReadsPictures,
+    ::testing::Values(Hover{"simplified-light", {161, 55}, "图书馆每天上午开门", 2, true},
+                      Hover{"traditional-dark", {261, 55}, "圖書館每天上午開門", 7, true},
+                      Hover{"subtitle", {242, 55}, "我们一起去公园散步", 5, true},
+                      Hover{"button", {202, 55}, "检查更新", 1, true}),
+    [](const auto& test) {
+        std::string name = test.param.picture;
+        name.erase(std::remove(name.begin(), name.end(), '-'), name.end());
+        return name;
+    });
+
+TEST(TesseractRecognizer, ReadsALineOnceMoreAtAnotherPoint) {
+    const Image image = fixturePicture("simplified-light");
+    const auto first = recognizer().recognize(image, Point{130, 55}, 3);
+    ASSERT_TRUE(first);
+    const auto again = recognizer().verify(image, *first, {280, 55}, 3);
+    EXPECT_EQ(bestText(again), "图书馆每天上午开门");
+    const auto away = recognizer().verify(image, *first, {10, 5}, 3);
+    ASSERT_TRUE(away);
+    EXPECT_TRUE(away->empty());
+}
+
+TEST(TesseractRecognizer, ReadsEverythingWithoutAPoint) {
+    EXPECT_EQ(bestText(recognizer().recognize(fixturePicture("button"), std::nullopt, 3)),
+              "检查更新");
+}
+
+TEST(TesseractRecognizer, HonoursTheCandidateLimit) {
+    const Image image = fixturePicture("traditional-dark");
+    const auto one = recognizer().recognize(image, Point{220, 55}, 1);
+    ASSERT_TRUE(one && !one->empty());
+    EXPECT_EQ(one->front().candidates.size(), 1U);
+    EXPECT_FALSE(recognizer().recognize(image, Point{220, 55}, 0));
+}
+
+TEST(TesseractRecognizer, IsNeverSureOfOtherScripts) {
+    for (const char* name : {"english", "mixed"}) {
+        const Image image = fixturePicture(name);
+        for (const double x : {120.0, 180.0}) {
+            const auto observations = recognizer().recognize(image, Point{x, 55}, 3);
+            ASSERT_TRUE(observations);
+            for (const TextObservation& observation : *observations) {
+                for (const auto& candidate : observation.candidates) {
+                    EXPECT_LT(candidate->confidence(), 0.99F) << candidate->string();
+                }
+            }
+        }
+    }
+}
+
+TEST(TesseractRecognizer, FindsNothingWhereNothingStands) {
+    for (const auto& [width, height] :
+         {std::pair{1, 1}, {1, 500}, {500, 1}, {300, 200}, {20000, 300}, {300, 20000}}) {
+        const Image image = plainPicture(width, height, 0xFF808080);
+        for (const Point point : {Point{0, 0}, Point{width / 2.0, height / 2.0}, Point{-50, 1e9}}) {
+            const auto observations = recognizer().recognize(image, point, 3);
+            ASSERT_TRUE(observations);
+            EXPECT_TRUE(observations->empty());
+        }
+    }
+    EXPECT_FALSE(recognizer().recognize(Image(), Point{0, 0}, 3));
+    const Point nowhere{std::nan(""), 0};
+    EXPECT_TRUE(recognizer().recognize(plainPicture(50, 50, 0xFFFFFFFF), nowhere, 3));
+}
+
+TEST(TesseractRecognizer, SurvivesNoise) {
+    std::mt19937 random(3);
+    std::vector<std::uint32_t> pixels(900 * 500);
+    for (std::uint32_t& pixel : pixels) {
+        pixel = 0xFF000000U | (random() & 0xFFFFFFU);
+    }
+    const Image image(900, 500, std::move(pixels));
+    const auto observations = recognizer().recognize(image, Point{450, 250}, 3);
+    ASSERT_TRUE(observations);
+    for (const TextObservation& observation : *observations) {
+        for (const auto& candidate : observation.candidates) {
+            EXPECT_LT(candidate->confidence(), 0.99F);
+        }
+    }
+}
+
+}  // namespace
+}  // namespace velmora

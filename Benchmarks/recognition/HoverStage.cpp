@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Benchmarks/recognition/HoverStage.h"
 
-#include <cmath>
+#include <ctime>
 
 #include "Velmora/Platform/Linux/Tesseract/LineDetector.h"
 #include "Velmora/Platform/Recorded/ManualClock.h"
@@ -13,6 +13,19 @@ namespace velmora {
 namespace {
 
 constexpr double desktopHeight = 4000;
+
+double millisecondsOf(clockid_t clock) {
+    timespec time{};
+    ::clock_gettime(clock, &time);
+    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
+}
+
+/// The processor time spent so far, which other programs do not lengthen.
+double processorTime(pid_t worker) {
+    clockid_t clock{};
+    const bool known = worker > 0 && ::clock_getcpuclockid(worker, &clock) == 0;
+    return millisecondsOf(CLOCK_PROCESS_CPUTIME_ID) + (known ? millisecondsOf(clock) : 0);
+}
 
 /// A window whose program tells nothing about what it shows.
 class SilentWindow : public AccessibilityElement {
@@ -135,12 +148,14 @@ HoverOutcome HoverStage::hover(const CorpusHover& hover) {
     outcome.expected = word(hover.line, hover.offset);
     clock_->advance(10);
     recognizer_->asked = 0;
+    const double processorStart = processorTime(worker_);
     const auto start = std::chrono::steady_clock::now();
     const std::optional<TextProbe> probe = extractor_->extract(
         Point{static_cast<double>(hover.x), desktopHeight - static_cast<double>(hover.y)}, {},
         nullptr);
     outcome.milliseconds =
         std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+    outcome.processorMilliseconds = processorTime(worker_) - processorStart;
     if (probe) {
         outcome.shown = word(probe->text, probe->hoveredCharacterOffset);
         outcome.accepted = recognizer_->asked == 1;

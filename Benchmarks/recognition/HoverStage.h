@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <sys/types.h>
+
 #include <chrono>
 #include <memory>
 #include <string>
@@ -18,6 +20,7 @@ struct HoverOutcome {
     bool wrong = false;     ///< Another word was shown.
     bool accepted = false;  ///< The first capture was good enough.
     double milliseconds = 0;
+    double processorMilliseconds = 0;  ///< Of this program and the worker together.
     std::string shown;
     std::string expected;
 };
@@ -33,12 +36,16 @@ class HoverStage {
     void show(Image image);
     HoverOutcome hover(const CorpusHover& hover);
 
+    /// The process whose processor time counts too.
+    void setWorker(pid_t worker) { worker_ = worker; }
+
   private:
     struct Recognizer;
 
     std::string word(const std::string& text, long long offset) const;
 
     Image image_;
+    pid_t worker_ = -1;
     std::shared_ptr<Recognizer> recognizer_;
     std::shared_ptr<const DictionaryStore> dictionary_;
     std::shared_ptr<AccessibilityTextExtractor> extractor_;

@@ -23,6 +23,8 @@ using namespace velmora;
 struct Row {
     std::vector<double> milliseconds;
     std::vector<double> acceptedMilliseconds;
+    std::vector<double> acceptedProcessor;
+    std::vector<double> processor;
     int right = 0;
     int wrong = 0;
     int none = 0;
@@ -36,7 +38,9 @@ struct Row {
         accepted += outcome.accepted ? 1 : 0;
         acceptedRight += outcome.accepted && outcome.right ? 1 : 0;
         milliseconds.push_back(outcome.milliseconds);
+        processor.push_back(outcome.processorMilliseconds);
         if (outcome.accepted) {
+            acceptedProcessor.push_back(outcome.processorMilliseconds);
             acceptedMilliseconds.push_back(outcome.milliseconds);
         }
     }
@@ -51,17 +55,22 @@ double quantile(std::vector<double> values, double share) {
     return values[at];
 }
 
+/// Times are those of hovers whose first capture was accepted, except in the last column.
 void printTable(const std::map<std::string, Row>& rows) {
-    std::printf("%-26s %6s %7s %7s %7s %9s %10s %8s %8s %8s\n", "", "hovers", "right", "wrong",
-                "none", "accepted", "precision", "median", "p95", "all p95");
+    std::printf("%-26s %6s %7s %7s %7s %9s %10s %8s %8s %8s %8s %8s\n", "", "hovers", "right",
+                "wrong", "none", "accepted", "precision", "median", "p95", "cpu", "cpu p95",
+                "all p95");
     for (const auto& [name, row] : rows) {
         const double count = row.right + row.wrong + row.none;
-        std::printf("%-26s %6.0f %6.1f%% %6.1f%% %6.1f%% %8.1f%% %9.2f%% %6.0fms %6.0fms %6.0fms\n",
-                    name.c_str(), count, 100 * row.right / count, 100 * row.wrong / count,
-                    100 * row.none / count, 100 * row.accepted / count,
-                    row.accepted > 0 ? 100.0 * row.acceptedRight / row.accepted : 0.0,
-                    quantile(row.acceptedMilliseconds, 0.5),
-                    quantile(row.acceptedMilliseconds, 0.95), quantile(row.milliseconds, 0.95));
+        std::printf(
+            "%-26s %6.0f %6.1f%% %6.1f%% %6.1f%% %8.1f%% %9.2f%% %6.0fms %6.0fms %6.0fms %6.0fms "
+            "%6.0fms\n",
+            name.c_str(), count, 100 * row.right / count, 100 * row.wrong / count,
+            100 * row.none / count, 100 * row.accepted / count,
+            row.accepted > 0 ? 100.0 * row.acceptedRight / row.accepted : 0.0,
+            quantile(row.acceptedMilliseconds, 0.5), quantile(row.acceptedMilliseconds, 0.95),
+            quantile(row.acceptedProcessor, 0.5), quantile(row.acceptedProcessor, 0.95),
+            quantile(row.processor, 0.95));
     }
 }
 
@@ -94,6 +103,7 @@ int main(int count, char** arguments) {
     const bool failures = has(count, arguments, "--failures");
     auto plain = usePlain ? std::make_shared<PlainTesseract>() : nullptr;
     std::shared_ptr<TextRecognizer> recognizer = plain;
+    pid_t worker = -1;
     if (!usePlain) {
         auto ours = std::make_shared<TesseractRecognizer>(
             TesseractRecognizer::Options{{}, {}, std::chrono::milliseconds(10000)});
@@ -104,8 +114,10 @@ int main(int count, char** arguments) {
             return 2;
         }
         recognizer = ours;
+        worker = ours->workerProcessId();
     }
     HoverStage stage(recognizer, dictionary, usePlain);
+    stage.setWorker(worker);
     std::map<std::string, Row> rows;
     for (const CorpusScreen& screen : screens) {
         stage.show(readPicture(screen.imagePath));

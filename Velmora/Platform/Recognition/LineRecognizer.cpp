@@ -27,6 +27,7 @@ constexpr double unlike = 0.45;  ///< Below this the ink is hardly that characte
 constexpr double alike = 0.75;   ///< The wrong form of a script reaches 0.7.
 
 constexpr float acceptedConfidence = 0.99F;
+constexpr float leastAccepted = 0.7F;  ///< Of the reader's confidences around the focus.
 constexpr float greatestUnconfirmed = 0.97F;
 constexpr float silentConfidence = 0.2F;
 constexpr float plainConfidence = 0.9F;  ///< Of a line that was read once and not looked into.
@@ -189,22 +190,33 @@ LineRecognizer::Window LineRecognizer::windowAround(const PixelBox& box, const P
     return window;
 }
 
-std::optional<CharacterShape> LineRecognizer::inkShape(const FoundLines& found, const PixelBox& box,
-                                                       const CharacterCell& cell) const {
+/// The ink of a cell, cut a little closer and a little wider too, as the cell's edges may take a
+/// piece of a neighbour along or cut a stroke off.
+LineRecognizer::InkForms LineRecognizer::inkForms(const FoundLines& found, const PixelBox& box,
+                                                  const CharacterCell& cell) const {
+    InkForms forms;
     if (cell.width() < 4) {
-        return std::nullopt;
+        return forms;
     }
-    const PixelBox area = PixelBox{cell.left, box.top, cell.right, box.bottom};
-    const GrayImage cut = cutBlackOnWhite(found.image, area, box);
-    return cut.isEmpty() ? std::nullopt : CharacterShape::of(cut);
+    const int slack = std::max(1, cell.width() / 14);
+    for (const int change : {0, -slack, slack}) {
+        const PixelBox area{cell.left - change, box.top - 1, cell.right + change, box.bottom + 1};
+        const GrayImage cut = cutBlackOnWhite(found.image, area, box);
+        if (const auto shape = CharacterShape::of(cut)) {
+            forms.push_back(*shape);
+        }
+    }
+    return forms;
 }
 
-double LineRecognizer::likeness(const std::optional<CharacterShape>& ink,
-                                const std::string& character) {
-    if (!ink || !isHanText(character)) {
-        return 0;
+double LineRecognizer::likeness(const InkForms& ink, const std::string& character) {
+    double best = 0;
+    if (isHanText(character)) {
+        for (const CharacterShape& form : ink) {
+            best = std::max(best, shapes_.similarity(form, firstCodePoint(character)).value_or(0));
+        }
     }
-    return shapes_.similarity(*ink, firstCodePoint(character)).value_or(0);
+    return best;
 }
 
 /// How much more the ink looks like the other model's characters where the two differ.
@@ -217,7 +229,7 @@ double LineRecognizer::evidenceAgainst(const FoundLines& found, const PlacedLine
             !isHanText(line[i].text)) {
             continue;
         }
-        const auto ink = inkShape(found, window.box, line[i].cell);
+        const auto ink = inkForms(found, window.box, line[i].cell);
         evidence += likeness(ink, rival->text) - likeness(ink, line[i].text);
     }
     return evidence;
@@ -237,14 +249,16 @@ void LineRecognizer::confirm(const FoundLines& found, PlacedLine& line, const Wi
         if ((sameAgain && sameRival) || !isHanText(character.text)) {
             continue;
         }
-        const auto ink = inkShape(found, window.box, character.cell);
+        const auto ink = inkForms(found, window.box, character.cell);
         double best = likeness(ink, character.text);
         const double own = best;
+        double strongestRival = 0;
         for (const PlacedCharacter* candidate : {again, rival}) {
             if (candidate == nullptr || candidate->text == character.text) {
                 continue;
             }
             const double rate = likeness(ink, candidate->text);
+            strongestRival = std::max(strongestRival, rate);
             const double needed = sameAgain ? clearlyLiker : slightlyLiker;
             if (rate > best + needed || (rate > best && best > own)) {
                 best = rate;
@@ -254,7 +268,7 @@ void LineRecognizer::confirm(const FoundLines& found, PlacedLine& line, const Wi
         }
         character.confirmed =
             (sameAgain && best == own) || (best > own + clearlyLiker && best >= alike);
-        if (!character.confirmed && sameRival && best == own && best >= alike) {
+        if (best == own && own >= alike && (sameRival || own > strongestRival + clearlyLiker)) {
             character.confirmed = true;
         }
     }
@@ -294,7 +308,7 @@ void LineRecognizer::tryWords(const FoundLines& found, PlacedLine& line, const W
 
 bool LineRecognizer::completeWord(const FoundLines& found, PlacedLine& line, const Window& window,
                                   std::size_t place) {
-    const auto ink = inkShape(found, window.box, line[place].cell);
+    const auto ink = inkForms(found, window.box, line[place].cell);
     const double own = likeness(ink, line[place].text);
     double best = own;
     char32_t winner = 0;
@@ -331,8 +345,8 @@ bool LineRecognizer::completeWord(const FoundLines& found, PlacedLine& line, con
 /// The confidence of the line for a rule that looks at one character of it: at or above 0.99 where
 /// everything around that character was read the same twice.
 float LineRecognizer::calibrated(const PlacedLine& line, const Window& window) const {
-    const std::size_t first = window.focus - std::min<std::size_t>(window.focus, 1);
-    const std::size_t last = std::min(line.size(), window.focus + 3);
+    const std::size_t first = window.focus - std::min<std::size_t>(window.focus, 2);
+    const std::size_t last = std::min(line.size(), window.focus + 4);
     bool confirmed = true;
     float least = 1;
     for (std::size_t i = first; i < last; ++i) {
@@ -341,8 +355,8 @@ float LineRecognizer::calibrated(const PlacedLine& line, const Window& window) c
             least = std::min(least, line[i].confidence);
         }
     }
-    if (confirmed && least >= 0.8F && line[window.focus].confirmed) {
-        return acceptedConfidence + 0.009F * (least - 0.8F) / 0.2F;
+    if (confirmed && least >= leastAccepted && line[window.focus].confirmed) {
+        return acceptedConfidence + 0.009F * (least - leastAccepted) / (1 - leastAccepted);
     }
     const PlacedCharacter& focus = line[window.focus];
     if (!focus.confirmed && focus.confidence < 0.6F) {
@@ -362,7 +376,7 @@ std::optional<PlacedLine> LineRecognizer::otherScript(const FoundLines& found,
         if (rival == nullptr || rival->text == line[i].text || !isHanText(rival->text)) {
             continue;
         }
-        const auto ink = inkShape(found, window.box, line[i].cell);
+        const auto ink = inkForms(found, window.box, line[i].cell);
         const double rate = likeness(ink, rival->text);
         if (rate > unlike && rate > likeness(ink, line[i].text) - clearlyLiker) {
             result[i].text = rival->text;

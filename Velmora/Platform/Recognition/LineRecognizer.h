@@ -53,9 +53,11 @@ class LineRecognizer {
     PlacedLine readBox(const FoundLines& found, const PixelBox& box, double inkHeight,
                        ScriptModel model);
     Window windowAround(const PixelBox& box, const PlacedLine& line, int focus) const;
-    std::optional<CharacterShape> inkShape(const FoundLines& found, const PixelBox& box,
-                                           const CharacterCell& cell) const;
-    double likeness(const std::optional<CharacterShape>& ink, const std::string& character);
+    using InkForms = std::vector<CharacterShape>;
+
+    InkForms inkForms(const FoundLines& found, const PixelBox& box,
+                      const CharacterCell& cell) const;
+    double likeness(const InkForms& ink, const std::string& character);
     double evidenceAgainst(const FoundLines& found, const PlacedLine& line, const Window& window,
                            const PlacedLine& other);
     void confirm(const FoundLines& found, PlacedLine& line, const Window& window,

@@ -29,6 +29,7 @@ constexpr std::size_t mostNearLines = 2;
 constexpr int surfaceAcross = 60;
 constexpr int surfaceDown = 40;
 constexpr double plainSurface = 0.55;
+constexpr double bareSurface = 0.8;  ///< Above this there is no picture that needs an outline.
 constexpr float convincing = 0.985F;
 
 // Bounds for reading everything in a picture.
@@ -129,29 +130,31 @@ std::optional<std::vector<TextObservation>> TesseractRecognizer::verify(
     return recognize(image, pointOfInterest, candidateLimit);
 }
 
-/// On a plain surface the lines are read as they stand; on a picture they may be outlined, which is
-/// tried first.
+/// On a plain surface the lines are read as they stand; on a picture they may be outlined. What is
+/// less likely is tried where the other does not convince.
 void TesseractRecognizer::readNear(Job& job, Point point) {
     const PixelBox area = areaAround(job.image, point);
     job.left = area.left;
     job.top = area.top;
     const Point inside{point.x - area.left, point.y - area.top};
-    GrayImage gray = brightness(job.image, area);
+    const GrayImage gray = brightness(job.image, area);
     const auto x = static_cast<int>(inside.x);
     const auto y = static_cast<int>(inside.y);
     const double flatness = backgroundFlatness(
         gray, {x - surfaceAcross, y - surfaceDown, x + surfaceAcross, y + surfaceDown});
-    std::vector<TextObservation> outlined;
-    if (flatness < plainSurface) {
+    const auto readPlain = [&] { readLines(job, findLines(gray, inside), inside); };
+    const auto readOutlined = [&] {
         readLines(job, findLines(outlinedTextCore(job.image, area), inside), inside);
-        if (bestConfidence(job.observations) >= convincing) {
-            return;
-        }
-        outlined = std::exchange(job.observations, {});
+    };
+    const bool plainFirst = flatness >= plainSurface;
+    plainFirst ? readPlain() : readOutlined();
+    if (bestConfidence(job.observations) >= convincing || flatness >= bareSurface) {
+        return;
     }
-    readLines(job, findLines(std::move(gray), inside), inside);
-    if (bestConfidence(outlined) > bestConfidence(job.observations)) {
-        job.observations = std::move(outlined);
+    std::vector<TextObservation> first = std::exchange(job.observations, {});
+    plainFirst ? readOutlined() : readPlain();
+    if (bestConfidence(first) >= bestConfidence(job.observations)) {
+        job.observations = std::move(first);
     }
 }
 

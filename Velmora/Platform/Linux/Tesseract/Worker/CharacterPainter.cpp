@@ -4,6 +4,9 @@
 #include <fontconfig/fontconfig.h>
 #include <ft2build.h>
 #include FT_FREETYPE_H
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <array>
@@ -44,6 +47,45 @@ FontFile preferredFont(const char* language) {
     return found;
 }
 
+unsigned long readFont(FT_Stream stream, unsigned long offset, unsigned char* buffer,
+                       unsigned long count) {
+    if (count == 0) {  // A seek, which may fail where nothing is left to read.
+        return offset > stream->size ? 1 : 0;
+    }
+    const auto descriptor = static_cast<int>(stream->descriptor.value);
+    const ssize_t read = ::pread(descriptor, buffer, count, static_cast<off_t>(offset));
+    return read < 0 ? 0 : static_cast<unsigned long>(read);
+}
+
+void closeFont(FT_Stream stream) {
+    ::close(static_cast<int>(stream->descriptor.value));
+}
+
+/// A font file that is read piece by piece: mapping it, as the library does by itself, brings
+/// twenty megabytes into memory.
+class FontStream {
+  public:
+    FT_Face open(FT_Library library, const FontFile& file) {
+        const int descriptor = ::open(file.path.c_str(), O_RDONLY | O_CLOEXEC);
+        struct stat status {};
+        if (descriptor < 0 || ::fstat(descriptor, &status) != 0) {
+            return nullptr;
+        }
+        stream_.size = static_cast<unsigned long>(status.st_size);
+        stream_.descriptor.value = descriptor;
+        stream_.read = readFont;
+        stream_.close = closeFont;
+        FT_Open_Args arguments{};
+        arguments.flags = FT_OPEN_STREAM;
+        arguments.stream = &stream_;
+        FT_Face face = nullptr;
+        return FT_Open_Face(library, &arguments, file.index, &face) == 0 ? face : nullptr;
+    }
+
+  private:
+    FT_StreamRec stream_{};
+};
+
 void copyGlyph(const FT_GlyphSlot glyph, int baseline, GrayImage& picture) {
     for (unsigned y = 0; y < glyph->bitmap.rows; ++y) {
         const int row = baseline - glyph->bitmap_top + static_cast<int>(y);
@@ -62,6 +104,7 @@ void copyGlyph(const FT_GlyphSlot glyph, int baseline, GrayImage& picture) {
 }  // namespace
 
 struct CharacterPainter::Implementation {
+    std::array<FontStream, 2> streams;  ///< Must outlive the faces.
     FT_Library library = nullptr;
     std::array<FT_Face, 2> faces{};
     bool opened = false;
@@ -86,10 +129,7 @@ struct CharacterPainter::Implementation {
         const std::array<const char*, 2> languages{"zh-cn", "zh-tw"};
         for (std::size_t i = 0; i < faces.size(); ++i) {
             const FontFile file = preferredFont(languages[i]);
-            if (file.path.empty() ||
-                FT_New_Face(library, file.path.c_str(), file.index, &faces[i]) != 0) {
-                faces[i] = nullptr;
-            }
+            faces[i] = file.path.empty() ? nullptr : streams[i].open(library, file);
         }
         FcFini();
     }

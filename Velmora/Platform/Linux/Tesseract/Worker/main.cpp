@@ -2,12 +2,14 @@
 // The recognition worker. It reads single lines for the program that started it, over a socket on
 // descriptor 3, and ends with it. What Tesseract does to a strange picture stays in here.
 #include <fcntl.h>
+#include <malloc.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
 #include <csignal>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
@@ -25,6 +27,7 @@ using Kind = RecognizerMessage::Kind;
 
 constexpr int connection = 3;
 constexpr unsigned longestRequestSeconds = 5;
+constexpr std::uint32_t requestsBetweenTrims = 64;
 constexpr rlim_t greatestMemory = rlim_t{1} << 30;
 
 /// One thread is seven times faster than the default, and the OpenMP library reads its limit once,
@@ -89,6 +92,9 @@ class Worker {
             ::alarm(longestRequestSeconds);
             RecognizerMessage reply = answer(*request);
             ::alarm(0);
+            if (request->sequence % requestsBetweenTrims == 0) {
+                ::malloc_trim(0);
+            }
             reply.sequence = request->sequence;
             if (!pipe_.send(reply)) {
                 return;

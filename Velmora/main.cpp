@@ -15,6 +15,7 @@
 
 #include "Velmora/CommandLine/Application/ApplicationCommands.h"
 #include "Velmora/Coordination/AppModel.h"
+#include "Velmora/Coordination/HoverTimes.h"
 #include "Velmora/Coordination/SingleInstanceGuard.h"
 #include "Velmora/Coordination/SpeechService.h"
 #include "Velmora/Coordination/StatusBarController.h"
@@ -108,8 +109,12 @@ class Application {
   public:
     Application(const PlatformChoice& choice, LookupEngine engine)
         : backends_(loadPlatform(choice)), engine_(std::move(engine)) {
+        popover_.setFramePaintedObserver([] { noteHoverTime("painted"); });
         // The first hover takes a moment to come.
-        mainQueue_->post([this] { popover_.warmUp(); });
+        mainQueue_->post([this] {
+            popover_.warmUp();
+            noteHoverTime("ready");
+        });
     }
 
   private:

@@ -6,6 +6,7 @@
 
 #include "Velmora/Coordination/AppModel.h"
 #include "Velmora/Coordination/DismissalGeometry.h"
+#include "Velmora/Coordination/HoverTimes.h"
 #include "Velmora/Coordination/LookupTexts.h"
 
 namespace velmora {
@@ -36,6 +37,7 @@ std::optional<Rect> highlightRect(const TextProbe& probe, const MatchedTextRange
 }  // namespace
 
 void AppModel::handleDwell(Point point, ModifierFlags flags) {
+    noteHoverTime("dwell");
     if (statusMenuOpen_ || isMenuBarPoint(point, services_.screens.all()) ||
         isReadingPopover(point)) {
         return;

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+// Rests a real pointer on the words of a known text in real programs on a private desktop, and
+// tells how many were right and how long they took.
+//
+//   benchmark_hover [--words N] [--idle SECONDS] [PROGRAM…]
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <string>
+#include <vector>
+
+#include "Benchmarks/hover/HoverTable.h"
+
+namespace {
+
+struct Arguments {
+    int words = 40;
+    int idleSeconds = 60;
+    std::vector<std::string> programs;
+};
+
+Arguments parse(int count, char** values) {
+    Arguments arguments;
+    for (int i = 1; i < count; ++i) {
+        const std::string argument = values[i];
+        if (argument == "--words" && i + 1 < count) {
+            arguments.words = std::atoi(values[++i]);
+        } else if (argument == "--idle" && i + 1 < count) {
+            arguments.idleSeconds = std::atoi(values[++i]);
+        } else {
+            arguments.programs.push_back(argument);
+        }
+    }
+    return arguments;
+}
+
+int run(const Arguments& arguments) {
+    using namespace velmora;
+    std::vector<benchmark::ProgramFigures> table;
+    int failures = 0;
+    for (const test::ReadProgram& program : test::ReadProgram::all()) {
+        const auto& wanted = arguments.programs;
+        if (!wanted.empty() &&
+            std::find(wanted.begin(), wanted.end(), program.name) == wanted.end()) {
+            continue;
+        }
+        std::fprintf(stderr, "    %s\n", program.name.c_str());
+        table.push_back(benchmark::measureProgram(program, arguments.words));
+        for (const std::string& wrong : table.back().wrong) {
+            std::fprintf(stderr, "      %s\n", wrong.c_str());
+        }
+        if (!table.back().failure.empty()) {
+            std::fprintf(stderr, "      %s\n", table.back().failure.c_str());
+            ++failures;
+        }
+    }
+    benchmark::printTable(table);
+    if (arguments.idleSeconds > 0) {
+        const benchmark::IdleFigures idle = benchmark::measureIdle(arguments.idleSeconds);
+        std::printf("\nIdle with the pointer still: %lld wake-ups in %d s, %.0f MB resident.\n",
+                    idle.switches, idle.seconds, idle.residentMegabytes);
+    }
+    return failures == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
+}
+
+}  // namespace
+
+int main(int count, char** values) {
+    try {
+        return run(parse(count, values));
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "benchmark_hover: %s\n", error.what());
+        return EXIT_FAILURE;
+    }
+}

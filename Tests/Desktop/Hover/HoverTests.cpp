@@ -1,0 +1,232 @@
+// SPDX-License-Identifier: MIT
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "Tests/Desktop/Support/HoverStage.h"
+
+// The same things are seen of every program. Rectangles are pixels of the X server.
+namespace velmora::test {
+namespace {
+
+/// How far the outline may be from the glyphs.
+constexpr double tolerance = 2;
+
+class HoverTest : public testing::TestWithParam<ReadProgram> {
+  public:
+    static void TearDownTestSuite() { stage_.reset(); }
+
+  protected:
+    void SetUp() override {
+        if (stage_ == nullptr || shown_ != GetParam().name) {
+            stage_.reset();
+            stage_ = std::make_unique<HoverStage>(GetParam());
+            shown_ = GetParam().name;
+        }
+        stage_->leave();
+    }
+
+    void TearDown() override {
+        if (stage_ != nullptr) {
+            stage_->desktop().releaseKey("Shift_L");
+            if (HasFailure()) {
+                VirtualDesktop::savePng(
+                    stage_->desktop().screenshot(),
+                    std::string(VELMORA_BUILD_FOLDER) + "/hover-" + GetParam().name + ".png");
+            }
+        }
+    }
+
+    static HoverStage& stage() { return *stage_; }
+
+    /// Hovers a character and checks everything that a lookup without Shift shows.
+    static Hover expectWord(std::size_t line, std::size_t position);
+
+    static void expectOutline(const Hover& hover, std::size_t line, const MatchedTextRange& word);
+    static void expectBubbleAbove(const Hover& hover);
+    static void expectDictionaryBelow(const Hover& hover);
+
+  private:
+    static inline std::unique_ptr<HoverStage> stage_;
+    static inline std::string shown_;
+};
+
+/// The program's rectangle of the word: the highlight's frame without its outset.
+Rect outlined(const Hover& hover) {
+    return hover.highlight.value_or(Rect{}).grownBy(-3);
+}
+
+void HoverTest::expectOutline(const Hover& hover, std::size_t line, const MatchedTextRange& word) {
+    ASSERT_TRUE(hover.highlight);
+    const auto first = static_cast<std::size_t>(word.start);
+    const auto count = static_cast<std::size_t>(word.end - word.start);
+    const auto glyphs = stage().glyphs(line, first, count);
+    ASSERT_TRUE(glyphs);
+    const Rect cells = stage().lines().at(line).cells(first, count);
+    const Rect frame = outlined(hover);
+    // Over the whole of the glyphs,
+    EXPECT_LE(frame.minX(), glyphs->minX() + tolerance);
+    EXPECT_GE(frame.maxX(), glyphs->maxX() - tolerance);
+    EXPECT_LE(frame.minY(), glyphs->minY() + tolerance);
+    EXPECT_GE(frame.maxY(), glyphs->maxY() - tolerance);
+    // and over nothing of their neighbours: cells at the sides, half a line above and below.
+    EXPECT_GE(frame.minX(), cells.minX() - tolerance);
+    EXPECT_LE(frame.maxX(), cells.maxX() + tolerance);
+    EXPECT_GE(frame.minY(), cells.minY() - cells.height / 2);
+    EXPECT_LE(frame.maxY(), cells.maxY() + cells.height / 2);
+}
+
+void HoverTest::expectBubbleAbove(const Hover& hover) {
+    ASSERT_TRUE(hover.popover);
+    EXPECT_NEAR(hover.popover->maxY(), outlined(hover).minY() - 16, 1);
+    EXPECT_NEAR(hover.popover->midX(), outlined(hover).midX(), 1);
+    EXPECT_GE(hover.popover->width, 56);
+    EXPECT_LE(hover.popover->width, 260);
+    EXPECT_GE(hover.popover->height, 32);
+    EXPECT_LE(hover.popover->height, 48);
+}
+
+void HoverTest::expectDictionaryBelow(const Hover& hover) {
+    ASSERT_TRUE(hover.popover);
+    EXPECT_NEAR(hover.popover->minY(), outlined(hover).maxY() + 10, 1);
+    EXPECT_NEAR(hover.popover->midX(), outlined(hover).midX(), 1);
+    EXPECT_GE(hover.popover->width, 320);
+    EXPECT_LE(hover.popover->width, 390);
+    EXPECT_GE(hover.popover->height, 180);
+    EXPECT_LE(hover.popover->height, 360);
+}
+
+Hover HoverTest::expectWord(std::size_t line, std::size_t position) {
+    const Hover hover = stage().hover(line, position);
+    const LookupResult word = stage().text().word(line, position);
+    SCOPED_TRACE(word.matchedText + ": " + hover.record.dump());
+    EXPECT_EQ(hover.hoveredCharacter(), stage().text().character(line, position));
+    EXPECT_EQ(hover.word(), word.matchedText);
+    expectOutline(hover, line, word.range);
+    expectBubbleAbove(hover);
+    return hover;
+}
+
+TEST_P(HoverTest, showsTheWordsUnderThePointer) {
+    for (std::size_t line = 0; line < stage().lines().size(); ++line) {
+        const std::size_t last = SampleText::charactersPerLine - 1;
+        // The first, the last and one in between, another one in each line.
+        expectWord(line, 0);
+        expectWord(line, last);
+        expectWord(line, 4 + line);
+    }
+}
+
+TEST_P(HoverTest, leavesTheFocusWhereItIs) {
+    const std::uint64_t focused = stage().desktop().focusedWindow();
+    ASSERT_NE(focused, 0U);
+    const Hover hover = stage().hover(1, 3);
+    ASSERT_TRUE(hover.popover);
+    EXPECT_EQ(stage().desktop().focusedWindow(), focused);
+    stage().desktop().pressKey("Shift_L");
+    ASSERT_TRUE(stage().desktop().waitUntil([&] {
+        Hover later = hover;
+        stage().collectWindows(later);
+        return later.popover && later.popover->height >= 180;
+    }));
+    EXPECT_EQ(stage().desktop().focusedWindow(), focused);
+}
+
+TEST_P(HoverTest, opensTheDictionaryWhereShiftIsHeldAtTheDwell) {
+    stage().desktop().pressKey("Shift_L");
+    const Hover hover = stage().hover(1, 6);
+    const LookupResult word = stage().text().word(1, 6);
+    EXPECT_EQ(hover.word(), word.matchedText);
+    EXPECT_EQ(hover.record.at("match").at("mode"), "dictionary");
+    expectOutline(hover, 1, word.range);
+    expectDictionaryBelow(hover);
+}
+
+TEST_P(HoverTest, turnsTheBubbleIntoTheDictionaryWhenShiftIsPressedLater) {
+    Hover hover = expectWord(2, 4);
+    stage().desktop().pressKey("Shift_L");
+    ASSERT_TRUE(stage().desktop().waitUntil([&] {
+        stage().collectWindows(hover);
+        return hover.popover && hover.popover->height >= 180;
+    }));
+    expectDictionaryBelow(hover);
+    // It stays when the key is let go.
+    stage().desktop().releaseKey("Shift_L");
+    const Hover next = stage().hover(5, 0);
+    EXPECT_EQ(next.record.at("match").at("mode"), "pinyin");
+}
+
+TEST_P(HoverTest, hidesWhenThePointerMovesAway) {
+    const Hover hover = expectWord(3, 6);
+    const Rect area = outlined(hover);
+    // Within 18 points of the word it stays; the next record is that of a dwell there.
+    stage().hover({std::floor(area.midX()), std::floor(area.maxY() + 8)});
+    stage().leave();
+    EXPECT_TRUE(stage().velmora().windows().empty());
+}
+
+TEST_P(HoverTest, hidesAtAClick) {
+    const Hover hover = expectWord(5, 9);
+    stage().desktop().pressButton(1);
+    EXPECT_TRUE(stage().waitForWindows(0));
+    stage().desktop().releaseButton(1);
+}
+
+TEST_P(HoverTest, looksUpASelectionWordByWord) {
+    stage().select(0, 10, 13);  // 学习汉语
+    stage().leave();
+    const Hover hover = stage().hover(0, 11);
+    EXPECT_EQ(hover.record.at("probe").at("source"), "selectedText") << hover.record.dump();
+    EXPECT_EQ(hover.text(), "学习汉语");
+    ASSERT_EQ(hover.record.at("results").size(), 2U);
+    EXPECT_EQ(hover.record.at("results")[0].at("matchedWord"), "学习");
+    EXPECT_EQ(hover.record.at("results")[1].at("matchedWord"), "汉语");
+    expectOutline(hover, 0, {10, 14});
+    expectBubbleAbove(hover);
+    Hover list = hover;
+    stage().desktop().pressKey("Shift_L");
+    EXPECT_TRUE(stage().desktop().waitUntil([&] {
+        stage().collectWindows(list);
+        return list.popover && list.popover->width == 430 && list.popover->height == 430;
+    }));
+    stage().desktop().releaseKey("Shift_L");
+    const Point blank = stage().blankPlace();
+    stage().desktop().click(static_cast<int>(blank.x), static_cast<int>(blank.y));
+}
+
+TEST_P(HoverTest, letsTypingGoOnInTheProgram) {
+    if (!GetParam().isEditor) {
+        return;  // Nothing to type into.
+    }
+    // Behind the last line's words there is room that nothing of ours covers.
+    const TextLine& line = stage().lines().back();
+    stage().desktop().click(static_cast<int>(line.ink.maxX() + 30),
+                            static_cast<int>(line.ink.midY()));
+    const Hover hover = stage().hover(stage().lines().size() - 1, 1);
+    ASSERT_TRUE(hover.popover);
+    const Rect room{line.ink.maxX() + 3, line.ink.minY(), 120, line.ink.height};
+    for (int i = 0; i < 6; ++i) {
+        stage().desktop().typeKey("w");
+    }
+    EXPECT_TRUE(stage().desktop().waitUntil(
+        [&] {
+            const auto typed =
+                inkInside(stage().desktop().screenshot(room), {room.x, room.y}, room);
+            return typed && typed->width > 20;
+        },
+        std::chrono::seconds(20)));
+    EXPECT_EQ(stage().velmora().windows().size(), 2U);
+}
+
+std::string nameOf(const testing::TestParamInfo<ReadProgram>& info) {
+    std::string name = info.param.name;
+    for (char& character : name) {
+        character = character == '-' ? '_' : character;
+    }
+    return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Over, HoverTest, testing::ValuesIn(ReadProgram::all()), nameOf);
+
+}  // namespace
+}  // namespace velmora::test

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "Tests/Desktop/Support/SampleText.h"
+#include "Tests/Support/VirtualDesktop/VirtualDesktop.h"
+
+namespace velmora::test {
+
+/// A program whose text the user reads: how it is started on the sample text, and what can be
+/// expected of it.
+struct ReadProgram {
+    using Command = std::vector<std::string>;
+
+    std::string name;        ///< What the user calls it: "mousepad".
+    std::string executable;  ///< Searched in PATH.
+    std::string toolkit;     ///< For tables.
+    bool isEditor = false;   ///< Typed keys appear in the document.
+    /// Writes what the program needs into the desktop's folder and gives the command.
+    Command (*prepare)(const VirtualDesktop& desktop, const SampleText& text);
+    ChildProcess::Environment environment;
+
+    /// All that are known.
+    static const std::vector<ReadProgram>& all();
+
+    /// Throws std::runtime_error where the name is not known.
+    static const ReadProgram& named(const std::string& name);
+
+    bool isInstalled() const;
+};
+
+}  // namespace velmora::test

@@ -7,10 +7,20 @@
 
 // The same things are seen of every program. Rectangles are pixels of the X server.
 namespace velmora::test {
+
 namespace {
 
 /// How far the outline may be from the glyphs.
 constexpr double tolerance = 2;
+
+}  // namespace
+
+/// For the messages of failed tests.
+void PrintTo(const ReadProgram& program, std::ostream* stream) {
+    *stream << program.name;
+}
+
+namespace {
 
 class HoverTest : public testing::TestWithParam<ReadProgram> {
   public:
@@ -99,7 +109,8 @@ void HoverTest::expectDictionaryBelow(const Hover& hover) {
 Hover HoverTest::expectWord(std::size_t line, std::size_t position) {
     const Hover hover = stage().hover(line, position);
     const LookupResult word = stage().text().word(line, position);
-    SCOPED_TRACE(word.matchedText + ": " + hover.record.dump());
+    SCOPED_TRACE(word.matchedText + ": " + hover.record.dump() +
+                 (hover.word() == word.matchedText ? "" : "\n" + stage().explain(hover.pointer)));
     EXPECT_EQ(hover.hoveredCharacter(), stage().text().character(line, position));
     EXPECT_EQ(hover.word(), word.matchedText);
     expectOutline(hover, line, word.range);
@@ -152,7 +163,9 @@ TEST_P(HoverTest, turnsTheBubbleIntoTheDictionaryWhenShiftIsPressedLater) {
     expectDictionaryBelow(hover);
     // It stays when the key is let go.
     stage().desktop().releaseKey("Shift_L");
+    stage().leave();
     const Hover next = stage().hover(5, 0);
+    ASSERT_TRUE(next.record.is_object());
     EXPECT_EQ(next.record.at("match").at("mode"), "pinyin");
 }
 
@@ -176,7 +189,9 @@ TEST_P(HoverTest, looksUpASelectionWordByWord) {
     stage().select(0, 10, 13);  // 学习汉语
     stage().leave();
     const Hover hover = stage().hover(0, 11);
-    EXPECT_EQ(hover.record.at("probe").at("source"), "selectedText") << hover.record.dump();
+    SCOPED_TRACE(stage().explain(hover.pointer));
+    ASSERT_TRUE(hover.record.is_object());
+    EXPECT_EQ(hover.record.at("probe").at("source"), "selectedText");
     EXPECT_EQ(hover.text(), "学习汉语");
     ASSERT_EQ(hover.record.at("results").size(), 2U);
     EXPECT_EQ(hover.record.at("results")[0].at("matchedWord"), "学习");
@@ -202,6 +217,7 @@ TEST_P(HoverTest, letsTypingGoOnInTheProgram) {
     const TextLine& line = stage().lines().back();
     stage().desktop().click(static_cast<int>(line.ink.maxX() + 30),
                             static_cast<int>(line.ink.midY()));
+    stage().desktop().settledScreenshot(line.ink);
     const Hover hover = stage().hover(stage().lines().size() - 1, 1);
     ASSERT_TRUE(hover.popover);
     const Rect room{line.ink.maxX() + 3, line.ink.minY(), 120, line.ink.height};

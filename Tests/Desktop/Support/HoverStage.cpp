@@ -50,7 +50,8 @@ HoverStage::HoverStage(const ReadProgram& program, const Options& options)
     if (options.compositor) {
         desktop_.launch({"picom", "--backend", "xrender", "--config", "/dev/null"});
     }
-    lines_ = show(program, options.window, &program_);
+    area_ = options.window;
+    lines_ = show(program, area_, &program_);
     windowId_ = desktop_.waitForWindowOf(*program_).id;
     keepPicture();
     velmora_ = std::make_unique<RunningVelmora>(desktop_);
@@ -194,9 +195,17 @@ bool HoverStage::waitForWindows(std::size_t count) {
                               std::chrono::seconds(20));
 }
 
+std::string HoverStage::explain(Point place) const {
+    return velmora_
+        ->command({"probe", "--explain", "--at",
+                   std::to_string(static_cast<int>(place.x)) + "," +
+                       std::to_string(static_cast<int>(place.y))})
+        .output;
+}
+
 Point HoverStage::blankPlace() const {
-    const TextLine& last = lines_.back();
-    return {std::floor(last.ink.midX() + 40), std::floor(last.ink.maxY() + 70)};
+    // Not below the text either, where the dictionary opens.
+    return {std::floor(area_.maxX() - 150), std::floor(lines_.back().ink.maxY() + 40)};
 }
 
 void HoverStage::leave() {

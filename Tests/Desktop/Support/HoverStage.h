@@ -65,6 +65,9 @@ class HoverStage {
     Hover hover(Point place);
     Hover hover(std::size_t line, std::size_t position);
 
+    /// What each attempt to read there finds, told by our own command; for failure messages.
+    std::string explain(Point place) const;
+
     /// Moves the pointer to a place without text and waits until nothing of ours is shown.
     void leave();
 
@@ -92,6 +95,7 @@ class HoverStage {
     VirtualDesktop desktop_;
     ChildProcess* program_ = nullptr;
     std::uint64_t windowId_ = 0;
+    Rect area_;
     std::vector<TextLine> lines_;
     Image clean_;
     std::unique_ptr<RunningVelmora> velmora_;

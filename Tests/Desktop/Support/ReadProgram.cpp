@@ -30,6 +30,10 @@ Command featherpad(const VirtualDesktop& desktop, const SampleText& text) {
     return {"featherpad", "--standalone", textFile(desktop, text)};
 }
 
+Command qtSample(const VirtualDesktop& desktop, const SampleText& text) {
+    return {VELMORA_BUILD_FOLDER "/velmora_qt_sample", textFile(desktop, text)};
+}
+
 Command textEditor(const VirtualDesktop& desktop, const SampleText& text) {
     return {"gnome-text-editor", "--standalone", textFile(desktop, text)};
 }
@@ -82,6 +86,7 @@ Command terminal(const VirtualDesktop& desktop, const SampleText& text) {
 const std::vector<ReadProgram>& ReadProgram::all() {
     static const std::vector<ReadProgram> programs{
         {"mousepad", "mousepad", "GTK 3", true, mousepad, {}},
+        {"qt-sample", VELMORA_BUILD_FOLDER "/velmora_qt_sample", "Qt 6", true, qtSample, {}},
         {"featherpad", "featherpad", "Qt 5", true, featherpad, {}},
         {"gnome-text-editor", "gnome-text-editor", "GTK 4", true, textEditor, {}},
         {"chromium", "chromium", "Chromium", false, chromium, {}},
@@ -101,6 +106,9 @@ const ReadProgram& ReadProgram::named(const std::string& name) {
 }
 
 bool ReadProgram::isInstalled() const {
+    if (executable.starts_with('/')) {
+        return access(executable.c_str(), X_OK) == 0;
+    }
     const char* const path = std::getenv("PATH");
     std::istringstream folders(path == nullptr ? "" : path);
     std::string folder;

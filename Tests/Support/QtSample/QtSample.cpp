@@ -24,9 +24,9 @@ int main(int argc, char** argv) {
     auto* layout = new QVBoxLayout(&window);
     auto* rich = new QTextEdit;
     rich->setPlainText(QString::fromUtf8(file.readAll()));
-    layout->addWidget(rich);
+    layout->addWidget(rich, 5);
     auto* plain = new QPlainTextEdit(QStringLiteral("纯文本里😀　田　汉字\n第二行"));
-    layout->addWidget(plain);
+    layout->addWidget(plain, 1);
     layout->addWidget(new QLineEdit(QStringLiteral("输入框里😀　由　词典")));
     layout->addWidget(new QLabel(QStringLiteral("标签里的词典")));
     layout->addWidget(new QPushButton(QStringLiteral("按钮词典")));

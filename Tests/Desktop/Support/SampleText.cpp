@@ -27,7 +27,11 @@ LookupResult SampleText::word(std::size_t line, std::size_t position) const {
 }
 
 std::vector<LookupResult> SampleText::words(std::size_t line) const {
-    return engine_.lookups(lines_.at(line));
+    return wordsOf(lines_.at(line));
+}
+
+std::vector<LookupResult> SampleText::wordsOf(const std::string& text) const {
+    return engine_.lookups(text);
 }
 
 std::string SampleText::plain() const {

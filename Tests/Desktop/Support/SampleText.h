@@ -25,8 +25,9 @@ class SampleText {
     /// The word of the dictionary that covers the character.
     LookupResult word(std::size_t line, std::size_t position) const;
 
-    /// The words of a line as they follow each other.
+    /// The words of a line, or of any text, as they follow each other.
     std::vector<LookupResult> words(std::size_t line) const;
+    std::vector<LookupResult> wordsOf(const std::string& text) const;
 
     std::string plain() const;         ///< A text file.
     std::string html() const;          ///< A page.

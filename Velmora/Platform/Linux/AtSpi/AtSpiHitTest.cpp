@@ -41,7 +41,12 @@ AtSpiHit AtSpiHitTest::deepestAt(const AtSpiWindow& window, Point capture) {
     AtSpiHit hit{window.object, window.space};
     QList<AtSpiObject> seen{hit.object};
     for (int depth = 0; depth < depthLimit && !deadline_.isOver(); ++depth) {
-        const std::optional<AtSpiObject> child = childAt(hit, capture, depth == 0);
+        std::optional<AtSpiObject> child = childAt(hit, capture, depth == 0);
+        if (child && *child == hit.object && toolkit_ == AtSpiToolkit::chromium) {
+            // It answers from what it found last while the pointer stays inside of that, even if
+            // that was the whole page.
+            child = scanChildren(hit.object, hit.space, hit.space.targetFromCapture(capture), 0);
+        }
         if (!child || seen.contains(*child)) {
             break;
         }

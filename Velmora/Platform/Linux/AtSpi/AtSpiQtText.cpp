@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Velmora/Platform/Linux/AtSpi/AtSpiQtText.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "Velmora/Platform/Linux/AtSpi/AtSpiConstants.h"
@@ -11,6 +12,7 @@ namespace velmora {
 
 namespace {
 
+constexpr int charactersLookedAt = 1000;  // Of a text, for one that is drawn.
 constexpr int columnsLookedAt = 72;  // Enough for the middles of two large characters.
 
 QDBusMessage cellRequest(const AtSpiElementState& state, int offset) {
@@ -22,9 +24,21 @@ QDBusMessage positionRequest(const AtSpiElementState& state, double x, double y)
                                        static_cast<int>(std::floor(y)), state.space.coordinates());
 }
 
+/// The offset of the first character that has a cell of some width, which line breaks have not.
+int firstDrawn(AtSpiBus& bus, const AtSpiElementState& state, AtSpiDeadline& deadline) {
+    const QString text =
+        atspireply::text(bus.call(atspirequest::text(state.object, 0, charactersLookedAt), deadline),
+                         charactersLookedAt)
+            .value_or(QString());
+    const auto drawn =
+        std::find_if(text.begin(), text.end(), [](QChar each) { return !each.isSpace(); });
+    return drawn == text.end() ? 0 : static_cast<int>(drawn - text.begin());
+}
+
 /// A text that does not know which character stands in the first one's cell knows no positions.
 void learnMultiLine(AtSpiBus& bus, AtSpiElementState& state, AtSpiDeadline& deadline) {
-    const auto cell = atspireply::extents(bus.call(cellRequest(state, 0), deadline));
+    const int first = firstDrawn(bus, state, deadline);
+    const auto cell = atspireply::extents(bus.call(cellRequest(state, first), deadline));
     if (!cell) {
         return;
     }

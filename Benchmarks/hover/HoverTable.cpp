@@ -66,8 +66,7 @@ ProgramFigures measureProgram(const test::ReadProgram& program, int count) {
                 ++figures.right;
             } else {
                 figures.wrong.push_back(expected + " read as " + hover.word() + " in " +
-                                        hover.record.dump() + "\n" +
-                                        stage.explain(hover.pointer));
+                                        hover.record.dump() + "\n" + stage.explain(hover.pointer));
             }
             if (hover.milliseconds) {
                 figures.milliseconds.push_back(*hover.milliseconds);

@@ -212,10 +212,9 @@ TEST_P(HoverTest, looksUpASelectionWordByWord) {
     stage().desktop().click(static_cast<int>(blank.x), static_cast<int>(blank.y));
 }
 
-TEST_P(HoverTest, letsTypingGoOnInTheProgram) {
-    if (!GetParam().isEditor) {
-        return;  // Nothing to type into.
-    }
+class TypingTest : public HoverTest {};
+
+TEST_P(TypingTest, goesOnInTheProgram) {
     // Behind the last line's words there is room that nothing of ours covers.
     const TextLine& line = stage().lines().back();
     stage().desktop().click(static_cast<int>(line.ink.maxX() + 30),
@@ -245,7 +244,18 @@ std::string nameOf(const testing::TestParamInfo<ReadProgram>& info) {
     return name;
 }
 
+std::vector<ReadProgram> editors() {
+    std::vector<ReadProgram> result;
+    for (const ReadProgram& program : ReadProgram::all()) {
+        if (program.isEditor) {
+            result.push_back(program);
+        }
+    }
+    return result;
+}
+
 INSTANTIATE_TEST_SUITE_P(Over, HoverTest, testing::ValuesIn(ReadProgram::all()), nameOf);
+INSTANTIATE_TEST_SUITE_P(In, TypingTest, testing::ValuesIn(editors()), nameOf);
 
 }  // namespace
 }  // namespace velmora::test

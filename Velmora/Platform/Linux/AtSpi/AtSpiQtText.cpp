@@ -13,7 +13,7 @@ namespace velmora {
 namespace {
 
 constexpr int charactersLookedAt = 1000;  // Of a text, for one that is drawn.
-constexpr int columnsLookedAt = 72;  // Enough for the middles of two large characters.
+constexpr int columnsLookedAt = 72;       // Enough for the middles of two large characters.
 
 QDBusMessage cellRequest(const AtSpiElementState& state, int offset) {
     return atspirequest::characterExtents(state.object, offset, state.space.coordinates());
@@ -26,9 +26,10 @@ QDBusMessage positionRequest(const AtSpiElementState& state, double x, double y)
 
 /// The offset of the first character that has a cell of some width, which line breaks have not.
 int firstDrawn(AtSpiBus& bus, const AtSpiElementState& state, AtSpiDeadline& deadline) {
+    // More than there is would be answered with nothing.
+    const int count = std::clamp(state.characterCount, 0, charactersLookedAt);
     const QString text =
-        atspireply::text(bus.call(atspirequest::text(state.object, 0, charactersLookedAt), deadline),
-                         charactersLookedAt)
+        atspireply::text(bus.call(atspirequest::text(state.object, 0, count), deadline), count)
             .value_or(QString());
     const auto drawn =
         std::find_if(text.begin(), text.end(), [](QChar each) { return !each.isSpace(); });

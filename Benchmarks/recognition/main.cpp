@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
-// benchmark_recognition CORPUS CEDICT [--plain] [--failures]: hovers over every point of a drawn
-// corpus, looks the word up and prints one table.
+// benchmark_recognition CORPUS CEDICT [--plain] [--failures] [--soak]: hovers over every point of a
+// drawn corpus, looks the word up and prints one table.
 #include <unistd.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <fstream>
 #include <map>
 #include <vector>
 
@@ -74,6 +75,42 @@ void printTable(const std::map<std::string, Row>& rows) {
     }
 }
 
+/// Resident kilobytes of a process.
+long residentKilobytes(pid_t process) {
+    std::ifstream status("/proc/" + std::to_string(process) + "/status");
+    for (std::string line; std::getline(status, line);) {
+        if (line.rfind("VmRSS:", 0) == 0) {
+            return std::atol(line.c_str() + 6);
+        }
+    }
+    return 0;
+}
+
+/// Recognises two thousand times; memory must not grow after the first few hundred.
+void soak(TesseractRecognizer& recognizer, const std::vector<CorpusScreen>& screens) {
+    constexpr int rounds = 2000;
+    constexpr int step = 250;
+    std::vector<std::pair<Image, Point>> captures;
+    for (std::size_t i = 0; i < std::min<std::size_t>(screens.size(), 20); ++i) {
+        for (const CorpusHover& hover : screens[i].hovers) {
+            const int left = std::max(0, hover.x - 260);
+            const int top = std::max(0, hover.y - 80);
+            captures.emplace_back(
+                readPicture(screens[i].imagePath).cropped(left, top, 520, 160),
+                Point{static_cast<double>(hover.x - left), static_cast<double>(hover.y - top)});
+        }
+    }
+    std::printf("%12s %16s %16s\n", "recognitions", "program kB", "worker kB");
+    for (int round = 0; round <= rounds; ++round) {
+        const auto& [image, point] = captures[static_cast<std::size_t>(round) % captures.size()];
+        recognizer.recognize(image, point, 3);
+        if (round % step == 0) {
+            std::printf("%12d %16ld %16ld\n", round, residentKilobytes(::getpid()),
+                        residentKilobytes(recognizer.workerProcessId()));
+        }
+    }
+}
+
 bool has(int count, char** arguments, const char* option) {
     return std::any_of(arguments, arguments + count,
                        [option](const char* text) { return std::strcmp(text, option) == 0; });
@@ -90,7 +127,8 @@ int main(int count, char** arguments) {
         ::execv("/proc/self/exe", arguments);
     }
     if (count < 3) {
-        std::fprintf(stderr, "benchmark_recognition CORPUS CEDICT [--plain] [--failures]\n");
+        std::fprintf(stderr,
+                     "benchmark_recognition CORPUS CEDICT [--plain] [--failures] [--soak]\n");
         return 2;
     }
     const std::vector<CorpusScreen> screens = readCorpus(arguments[1]);
@@ -115,6 +153,10 @@ int main(int count, char** arguments) {
         }
         recognizer = ours;
         worker = ours->workerProcessId();
+        if (has(count, arguments, "--soak")) {
+            soak(*ours, screens);
+            return 0;
+        }
     }
     HoverStage stage(recognizer, dictionary, usePlain);
     stage.setWorker(worker);

@@ -8,6 +8,7 @@
 
 #include "Tests/Velmora/Recognition/Drawing.h"
 #include "Velmora/Platform/Recognition/LineImage.h"
+#include "Velmora/Platform/Recognition/RememberingLineReader.h"
 
 namespace velmora {
 namespace {
@@ -177,6 +178,32 @@ TEST(LineRecognizer, WithoutAPointALineIsReadOnce) {
     ASSERT_EQ(read.candidates.size(), 1U);
     EXPECT_EQ(reader.reads, 1);
     EXPECT_LT(read.candidates[0].confidence, 0.99F);
+}
+
+TEST(RememberingLineReader, ReadsTheSameLineOnce) {
+    FakeReader reader;
+    reader.texts[ScriptModel::simplified] = {{"中"}, {"文"}};
+    RememberingLineReader remembering(reader);
+    const GrayImage line(40, 48, 255);
+    const auto first = remembering.read(line, ScriptModel::simplified);
+    EXPECT_EQ(remembering.read(line, ScriptModel::simplified), first);
+    EXPECT_EQ(reader.reads, 1);
+    EXPECT_NE(remembering.read(GrayImage(40, 48, 254), ScriptModel::simplified), first);
+    EXPECT_FALSE(remembering.read(line, ScriptModel::traditional));
+    EXPECT_FALSE(remembering.read(line, ScriptModel::traditional));
+    EXPECT_EQ(reader.reads, 4);
+}
+
+TEST(LineRecognizer, KeepsSilentAboutForeignScripts) {
+    FakeReader reader;
+    reader.hasFonts = false;
+    reader.texts[ScriptModel::simplified] = {{"a", "b", "中", "d", "e"}, {"a", "b", "c", "d", "e"}};
+    reader.texts[ScriptModel::traditional] = {{"a", "b", "丙", "d", "e"}};
+    LineRecognizer lines(reader, nullptr);
+    const FoundLines found = pictureOf(U"abcde");
+    const ReadLine read = lines.recognize(found, found.lines[0], thirdCharacter);
+    ASSERT_FALSE(read.candidates.empty());
+    EXPECT_LT(read.candidates[0].confidence, 0.3F);
 }
 
 TEST(LineRecognizer, AFailingReaderGivesNoCandidates) {

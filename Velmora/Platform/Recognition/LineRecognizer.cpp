@@ -122,7 +122,7 @@ ReadLine LineRecognizer::recognize(const FoundLines& found, const TextLine& line
     }
     Window window = windowAround(result.box, characters, at);
     PlacedLine other = readBox(found, window.box, firstInkHeight, opposite(script_));
-    if (evidenceAgainst(found, characters, window, other) > 0) {
+    if (evidenceAgainst(found, characters, window, other) > slightlyLiker) {
         PlacedLine reread = readBox(found, result.box, firstInkHeight, opposite(script_));
         const int place = characterAt(reread, *focus, line.box.height());
         if (place >= 0) {
@@ -135,7 +135,7 @@ ReadLine LineRecognizer::recognize(const FoundLines& found, const TextLine& line
     const PlacedLine second = readBox(found, window.box, secondInkHeight, script_);
     confirm(found, characters, window, second, other);
     tryWords(found, characters, window);
-    const float confidence = calibrated(characters, window);
+    const float confidence = calibrated(found, characters, window);
     std::optional<PlacedLine> alternative = otherScript(found, characters, window, other);
     result.candidates.push_back({std::move(characters), confidence});
     if (alternative) {
@@ -230,7 +230,11 @@ double LineRecognizer::evidenceAgainst(const FoundLines& found, const PlacedLine
             continue;
         }
         const auto ink = inkForms(found, window.box, line[i].cell);
-        evidence += likeness(ink, rival->text) - likeness(ink, line[i].text);
+        const double theirs = likeness(ink, rival->text);
+        const double own = likeness(ink, line[i].text);
+        if (std::max(theirs, own) >= unlike) {
+            evidence += theirs - own;
+        }
     }
     return evidence;
 }
@@ -266,8 +270,10 @@ void LineRecognizer::confirm(const FoundLines& found, PlacedLine& line, const Wi
                 character.confidence = candidate->confidence;
             }
         }
-        character.confirmed =
-            (sameAgain && best == own) || (best > own + clearlyLiker && best >= alike);
+        const double theirs = rival != nullptr ? likeness(ink, rival->text) : 0;
+        const bool doubtfulScript = !sameRival && theirs + slightlyLiker > own && own < alike;
+        character.confirmed = (sameAgain && best == own && !doubtfulScript) ||
+                              (best > own + clearlyLiker && best >= alike);
         if (best == own && own >= alike && (sameRival || own > strongestRival + clearlyLiker)) {
             character.confirmed = true;
         }
@@ -312,6 +318,7 @@ bool LineRecognizer::completeWord(const FoundLines& found, PlacedLine& line, con
     const double own = likeness(ink, line[place].text);
     double best = own;
     char32_t winner = 0;
+    bool telling = false;  // Two characters make a word with too many others.
     for (std::size_t length = WordPatterns::longestWord; length >= 2; --length) {
         for (std::size_t back = 0; back < length && back <= place; ++back) {
             const std::size_t first = place - back;
@@ -329,6 +336,7 @@ bool LineRecognizer::completeWord(const FoundLines& found, PlacedLine& line, con
                 if (rate > best && rate > own + needed) {
                     best = rate;
                     winner = character;
+                    telling = length >= 3;
                 }
             }
         }
@@ -337,16 +345,21 @@ bool LineRecognizer::completeWord(const FoundLines& found, PlacedLine& line, con
         return false;
     }
     line[place].text = utf8Of(winner);
-    line[place].confirmed = best >= alike;
+    line[place].confirmed = telling && best >= alike;
     line[place].confidence = std::max(line[place].confidence, 0.85F);
     return true;
 }
 
 /// The confidence of the line for a rule that looks at one character of it: at or above 0.99 where
 /// everything around that character was read the same twice.
-float LineRecognizer::calibrated(const PlacedLine& line, const Window& window) const {
+float LineRecognizer::calibrated(const FoundLines& found, const PlacedLine& line,
+                                 const Window& window) {
     const std::size_t first = window.focus - std::min<std::size_t>(window.focus, 2);
     const std::size_t last = std::min(line.size(), window.focus + 4);
+    const auto han = static_cast<std::size_t>(
+        std::count_if(line.begin() + static_cast<std::ptrdiff_t>(window.first),
+                      line.begin() + static_cast<std::ptrdiff_t>(window.last),
+                      [](const PlacedCharacter& c) { return isHanText(c.text); }));
     bool confirmed = true;
     float least = 1;
     for (std::size_t i = first; i < last; ++i) {
@@ -359,8 +372,13 @@ float LineRecognizer::calibrated(const PlacedLine& line, const Window& window) c
         return acceptedConfidence + 0.009F * (least - leastAccepted) / (1 - leastAccepted);
     }
     const PlacedCharacter& focus = line[window.focus];
-    if (!focus.confirmed && focus.confidence < 0.6F) {
-        return silentConfidence;
+    if (!focus.confirmed && isHanText(focus.text)) {
+        // A foreign script, or a picture, in which a model sees what it knows.
+        const bool foreign = han * 2 < window.last - window.first;
+        const auto ink = inkForms(found, window.box, focus.cell);
+        if (foreign || focus.confidence < 0.6F || likeness(ink, focus.text) < unlike) {
+            return silentConfidence;
+        }
     }
     return std::min(greatestUnconfirmed, 0.4F + 0.5F * least);
 }

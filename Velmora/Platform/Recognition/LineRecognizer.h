@@ -66,7 +66,7 @@ class LineRecognizer {
     bool completeWord(const FoundLines& found, PlacedLine& line, const Window& window,
                       std::size_t place);
     bool standsInWord(const PlacedLine& line, std::size_t place) const;
-    float calibrated(const PlacedLine& line, const Window& window) const;
+    float calibrated(const FoundLines& found, const PlacedLine& line, const Window& window);
     std::optional<PlacedLine> otherScript(const FoundLines& found, const PlacedLine& line,
                                           const Window& window, const PlacedLine& other);
 

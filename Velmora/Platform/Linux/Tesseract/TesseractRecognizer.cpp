@@ -10,6 +10,7 @@
 #include "Velmora/Platform/Recognition/LineRecognizer.h"
 #include "Velmora/Platform/Recognition/OutlinedText.h"
 #include "Velmora/Platform/Recognition/ReadText.h"
+#include "Velmora/Platform/Recognition/RememberingLineReader.h"
 
 namespace velmora {
 
@@ -78,7 +79,8 @@ TesseractRecognizer::TesseractRecognizer(Options options)
     : process_(std::make_unique<RecognizerProcess>(
           RecognizerProcess::Options{std::move(options.workerExecutable),
                                      std::move(options.dataFolder), options.answerLimit})),
-      lines_(std::make_unique<LineRecognizer>(*process_, nullptr)) {}
+      reader_(std::make_unique<RememberingLineReader>(*process_)),
+      lines_(std::make_unique<LineRecognizer>(*reader_, nullptr)) {}
 
 TesseractRecognizer::~TesseractRecognizer() = default;
 

@@ -18,6 +18,7 @@ namespace velmora {
 
 class LineRecognizer;
 class RecognizerProcess;
+class RememberingLineReader;
 struct FoundLines;
 
 /// Reads Chinese text in pictures: finds the lines itself and lets Tesseract, in a process of its
@@ -67,6 +68,7 @@ class TesseractRecognizer : public TextRecognizer {
     void readLines(Job& job, const FoundLines& found, std::optional<Point> point);
 
     std::unique_ptr<RecognizerProcess> process_;
+    std::unique_ptr<RememberingLineReader> reader_;
     std::unique_ptr<LineRecognizer> lines_;
     std::mutex wordsMutex_;
     std::shared_ptr<const WordPatterns> words_;

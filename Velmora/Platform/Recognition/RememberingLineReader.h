@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <deque>
+
+#include "Velmora/Platform/Recognition/LineReader.h"
+
+namespace velmora {
+
+/// Remembers the last lines that another reader has read, so that a line that comes up again in a
+/// larger capture costs nothing. Keeps no pictures. Not for several threads at once.
+class RememberingLineReader : public LineReader {
+  public:
+    explicit RememberingLineReader(LineReader& reader) : reader_(reader) {}
+
+    std::optional<LineReading> read(const GrayImage& line, ScriptModel model) override;
+    std::optional<GrayImage> drawCharacter(char32_t character, ScriptModel style) override {
+        return reader_.drawCharacter(character, style);
+    }
+
+  private:
+    struct Memory {
+        std::uint64_t hash;
+        int width;
+        ScriptModel model;
+        LineReading reading;
+    };
+
+    static constexpr std::size_t mostLines = 48;
+
+    LineReader& reader_;
+    std::deque<Memory> memories_;
+};
+
+}  // namespace velmora

@@ -50,6 +50,7 @@ HoverStage::HoverStage(const ReadProgram& program, const Options& options)
     if (options.compositor) {
         desktop_.launch({"picom", "--backend", "xrender", "--config", "/dev/null"});
     }
+    divide(options.monitors);
     area_ = options.window;
     lines_ = show(program, area_, &program_);
     windowId_ = desktop_.waitForWindowOf(*program_).id;
@@ -58,6 +59,16 @@ HoverStage::HoverStage(const ReadProgram& program, const Options& options)
 }
 
 HoverStage::~HoverStage() = default;
+
+void HoverStage::divide(const std::vector<std::string>& monitors) {
+    for (const std::string& monitor : monitors) {
+        const std::size_t blank = monitor.find(' ');
+        const bool isPrimary = &monitor == &monitors.front();
+        // The display's one output can belong to one of them only.
+        desktop_.run({"xrandr", "--setmonitor", (isPrimary ? "*" : "") + monitor.substr(0, blank),
+                      monitor.substr(blank + 1), isPrimary ? "screen" : "none"});
+    }
+}
 
 std::vector<TextLine> HoverStage::show(const ReadProgram& program, const Rect& area,
                                        ChildProcess** started) {

@@ -39,6 +39,9 @@ class HoverStage {
         VirtualDesktop::Options desktop;
         Rect window{200, 120, 1000, 760};  ///< Where the program's window goes.
         bool compositor = false;
+        /// Screens that the display is divided into, each "NAME WIDTH/MMxHEIGHT/MM+X+Y"; the
+        /// first becomes the primary one. The whole display is one screen where there are none.
+        std::vector<std::string> monitors;
     };
 
     /// Throws std::runtime_error that names the program where it is not installed or does not show
@@ -88,6 +91,7 @@ class HoverStage {
                                ChildProcess** started = nullptr);
 
   private:
+    void divide(const std::vector<std::string>& monitors);
     std::vector<TextLine> awaitLines(const Rect& area);
     void keepPicture();
 

@@ -26,6 +26,15 @@ Command mousepad(const VirtualDesktop& desktop, const SampleText& text) {
     return {"mousepad", textFile(desktop, text)};
 }
 
+/// The same in a font that is pleasant to look at.
+Command largeMousepad(const VirtualDesktop& desktop, const SampleText& text) {
+    desktop.writeFile(".config/glib-2.0/settings/keyfile",
+                      "[org/xfce/mousepad/preferences/view]\n"
+                      "font-name='Noto Sans CJK SC 17'\nuse-default-monospace-font=false\n"
+                      "[org/xfce/mousepad/preferences/window]\npath-in-title=false\n");
+    return mousepad(desktop, text);
+}
+
 Command featherpad(const VirtualDesktop& desktop, const SampleText& text) {
     return {"featherpad", "--standalone", textFile(desktop, text)};
 }
@@ -82,6 +91,11 @@ Command terminal(const VirtualDesktop& desktop, const SampleText& text) {
 }
 
 }  // namespace
+
+ReadProgram ReadProgram::forShow() {
+    return {"mousepad", "mousepad",    "GTK 3",
+            true,       largeMousepad, {{"GSETTINGS_BACKEND", "keyfile"}}};
+}
 
 const std::vector<ReadProgram>& ReadProgram::all() {
     static const std::vector<ReadProgram> programs{

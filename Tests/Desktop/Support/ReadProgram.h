@@ -28,6 +28,9 @@ struct ReadProgram {
     /// Throws std::runtime_error where the name is not known.
     static const ReadProgram& named(const std::string& name);
 
+    /// An editor with large letters, for pictures.
+    static ReadProgram forShow();
+
     bool isInstalled() const;
 };
 

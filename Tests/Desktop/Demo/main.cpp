@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: MIT
+// Shows the program at work on a private virtual desktop: rests the pointer on words of a text in
+// an editor and leaves pictures of what appears.
+//
+//   velmora_demo FOLDER
+#include <QImage>
+#include <QPainter>
+#include <QPainterPath>
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <filesystem>
+#include <iostream>
+#include <string>
+
+#include "Tests/Desktop/Support/HoverStage.h"
+
+namespace velmora::test {
+namespace {
+
+void say(const std::string& text) {
+    std::cerr << "    " << text << std::endl;
+}
+
+/// Pictures of an X screen are without the pointer.
+void drawPointer(QPainter& painter, Point tip) {
+    QPainterPath arrow;
+    arrow.moveTo(0, 0);
+    for (const auto& [x, y] :
+         {std::pair{0.0, 17.0}, {4.0, 13.2}, {6.8, 19.4}, {9.4, 18.2}, {6.7, 12.2}, {12.0, 12.0}}) {
+        arrow.lineTo(x, y);
+    }
+    arrow.closeSubpath();
+    arrow.translate(tip.x, tip.y);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(Qt::white, 1.6));
+    painter.setBrush(Qt::black);
+    painter.drawPath(arrow);
+}
+
+class Demonstration {
+  public:
+    explicit Demonstration(std::filesystem::path folder) : folder_(std::move(folder)) {
+        std::filesystem::create_directories(folder_);
+        stage_.leave();
+    }
+
+    void run() {
+        say("Resting the pointer on a word");
+        show(stage_.hover(0, 7), "bubble");
+        stage_.leave();
+        say("Again, with Shift held");
+        stage_.desktop().pressKey("Shift_L");
+        show(stage_.hover(0, 10), "dictionary");
+        stage_.desktop().releaseKey("Shift_L");
+        stage_.leave();
+        say("Selecting some words");
+        stage_.select(1, 3, 12);
+        stage_.leave();
+        stage_.desktop().pressKey("Shift_L");
+        show(stage_.hover(1, 6), "selection");
+        stage_.desktop().releaseKey("Shift_L");
+    }
+
+  private:
+    static constexpr int width = 1280;
+    static constexpr int height = 860;
+
+    static HoverStage::Options options() {
+        HoverStage::Options options;
+        options.desktop.width = width;
+        options.desktop.height = height;
+        options.window = {60, 60, 1160, 760};
+        options.compositor = true;
+        return options;
+    }
+
+    void show(const Hover& hover, const std::string& name) {
+        if (!hover.popover) {
+            throw std::runtime_error("no lookup appeared; the record: " + hover.record.dump());
+        }
+        const Image screen = stage_.desktop().settledScreenshot({0, 0, width, height});
+        QImage picture(screen.width(), screen.height(), QImage::Format_ARGB32);
+        for (int y = 0; y < screen.height(); ++y) {
+            std::copy(screen.row(y), screen.row(y) + screen.width(),
+                      reinterpret_cast<std::uint32_t*>(picture.scanLine(y)));
+        }
+        picture = picture.convertToFormat(QImage::Format_RGB32);
+        QPainter painter(&picture);
+        drawPointer(painter, hover.pointer);
+        painter.end();
+        const std::string file = (folder_ / (name + ".png")).string();
+        if (!picture.save(QString::fromStdString(file))) {
+            throw std::runtime_error("cannot write " + file);
+        }
+        std::cout << file << "\n" << hover.record.dump(2) << std::endl;
+    }
+
+    std::filesystem::path folder_;
+    HoverStage stage_{ReadProgram::forShow(), options()};
+};
+
+}  // namespace
+}  // namespace velmora::test
+
+int main(int count, char** arguments) {
+    if (count != 2) {
+        std::fputs("usage: velmora_demo FOLDER\n", stderr);
+        return 2;
+    }
+    try {
+        velmora::test::say("Starting a private desktop, an editor and Velmora");
+        velmora::test::Demonstration(arguments[1]).run();
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "velmora_demo: %s\n", error.what());
+        return EXIT_FAILURE;
+    }
+    return EXIT_SUCCESS;
+}

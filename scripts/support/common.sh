@@ -5,6 +5,9 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 readonly root
 cd "$root" || exit 2
 
+# A compiler cache, where there is one, serves every checkout alike: paths count from the root.
+export CCACHE_BASEDIR=${CCACHE_BASEDIR:-$root} CCACHE_NOHASHDIR=${CCACHE_NOHASHDIR:-1}
+
 jobs=${VELMORA_JOBS:-$(nproc 2>/dev/null || echo 2)}
 
 say() { printf '==> %s\n' "$*" >&2; }

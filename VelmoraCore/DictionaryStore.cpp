@@ -135,23 +135,23 @@ std::vector<DictionaryEntry> DictionaryStore::entries(
     return found;
 }
 
-void DictionaryStore::splitEntries(const HeadwordIndex::Occurrence& occurrence,
-                                   DictionaryEntry& first,
-                                   std::vector<DictionaryEntry>& others) const {
-    const std::size_t firstNumber = index_.firstEntry(occurrence.node);
-    first = entry(firstNumber);
+std::vector<DictionaryEntry> DictionaryStore::otherEntries(
+    const HeadwordIndex::Occurrence& occurrence) const {
+    const std::size_t first = index_.firstEntry(occurrence.node);
+    std::vector<DictionaryEntry> others;
     others.reserve(index_.entryCount(occurrence.node) - 1);
     index_.forEachEntry(occurrence.node, [&](std::size_t number) {
-        if (number != firstNumber) {
+        if (number != first) {
             others.push_back(entry(number));
         }
     });
+    return others;
 }
 
-std::optional<DictionaryEntry> DictionaryStore::firstEntryOfCharacter(
+std::optional<std::size_t> DictionaryStore::firstEntryOfCharacter(
     std::string_view character) const {
     const auto node = index_.findCharacter(character);
-    return node ? std::optional(entry(index_.firstEntry(*node))) : std::nullopt;
+    return node ? std::optional(index_.firstEntry(*node)) : std::nullopt;
 }
 
 std::optional<HeadwordIndex::Occurrence> DictionaryStore::findLongestCovering(

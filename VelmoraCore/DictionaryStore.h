@@ -58,8 +58,9 @@ class DictionaryStore {
     /// trimming, no case folding, no conversion between scripts.
     std::vector<DictionaryEntry> entries(std::string_view headword) const;
 
-    /// The first of them, or nothing. `character` must be one character of valid UTF-8.
-    std::optional<DictionaryEntry> firstEntryOfCharacter(std::string_view character) const;
+    /// The place of the first of them in the store, or nothing. `character` must be one character
+    /// of valid UTF-8.
+    std::optional<std::size_t> firstEntryOfCharacter(std::string_view character) const;
 
     /// The longest headword in the text that covers the character at the offset, the leftmost of
     /// equally long ones; nothing outside the text.
@@ -71,12 +72,28 @@ class DictionaryStore {
     std::optional<HeadwordIndex::Occurrence> findLongestCovering(const CharacterText& text,
                                                                  long long hoveredOffset) const;
 
+    /// The same for a text of which only the keys of its characters are given, as `keysOf` makes
+    /// them; for whoever searches at many positions of one text. `position` lies within them.
+    std::optional<HeadwordIndex::Occurrence> findLongestCovering(
+        const std::vector<CharacterKey>& keys, std::size_t position) const {
+        return index_.longestCovering(keys, position);
+    }
+
+    /// The keys of the characters of a text.
+    std::vector<CharacterKey> keysOf(const CharacterText& text) const {
+        return index_.keysOf(text);
+    }
+
     /// The entries of a found headword, in store order.
     std::vector<DictionaryEntry> entries(const HeadwordIndex::Occurrence& occurrence) const;
 
-    /// The same as the first of them and the others.
-    void splitEntries(const HeadwordIndex::Occurrence& occurrence, DictionaryEntry& first,
-                      std::vector<DictionaryEntry>& others) const;
+    /// The first of them.
+    DictionaryEntry firstEntry(const HeadwordIndex::Occurrence& occurrence) const {
+        return entry(index_.firstEntry(occurrence.node));
+    }
+
+    /// All of them but the first.
+    std::vector<DictionaryEntry> otherEntries(const HeadwordIndex::Occurrence& occurrence) const;
 
   private:
     /// Where a line of the word list lies in its text, and its fields in it where it is written as

@@ -232,19 +232,19 @@ std::optional<HeadwordIndex::Node> HeadwordIndex::findCharacter(std::string_view
     return node != root && slotTable()[node].lastPosting != 0 ? std::optional(node) : std::nullopt;
 }
 
-std::optional<HeadwordIndex::Occurrence> HeadwordIndex::longestCovering(
-    const CharacterText& text, std::size_t position) const {
-    const std::size_t first =
-        position + 1 > maxHeadwordLength_ ? position + 1 - maxHeadwordLength_ : 0;
-    Window keys(keys_, text, first);
+/// The longest headword over a position of a text of so many characters, whose keys `keyAt` tells.
+template <typename KeyAt>
+std::optional<HeadwordIndex::Occurrence> HeadwordIndex::search(std::size_t count,
+                                                               std::size_t position,
+                                                               KeyAt keyAt) const {
     Occurrence best;
-    for (std::size_t start = first; start <= position; ++start) {
+    for (std::size_t start = firstStart(position); start <= position; ++start) {
         // Shorter words do not reach the position, or do not beat what is there already.
         std::size_t needed = std::max(position - start, best.end - best.start) + 1;
-        if (needed > text.count() - start) {
+        if (needed > count - start) {
             break;
         }
-        const CharacterKey key = keys.at(start);
+        const CharacterKey key = keyAt(start);
         if (key < directKeys && longestFrom_[key] < needed) {
             continue;
         }
@@ -256,15 +256,34 @@ std::optional<HeadwordIndex::Occurrence> HeadwordIndex::longestCovering(
                 best = {node, start, end};
                 needed = end - start + 1;
             }
-            if (slot.longest < needed || end == text.count()) {
+            if (slot.longest < needed || end == count) {
                 break;
             }
-            const CharacterKey next = keys.at(end);
+            const CharacterKey next = keyAt(end);
             hash = extendHash(hash, next);
             node = child(node, next, hash);
         }
     }
     return best.end > best.start ? std::optional(best) : std::nullopt;
+}
+
+std::optional<HeadwordIndex::Occurrence> HeadwordIndex::longestCovering(
+    const CharacterText& text, std::size_t position) const {
+    Window keys(keys_, text, firstStart(position));
+    return search(text.count(), position, [&](std::size_t index) { return keys.at(index); });
+}
+
+std::optional<HeadwordIndex::Occurrence> HeadwordIndex::longestCovering(
+    const std::vector<CharacterKey>& keys, std::size_t position) const {
+    return search(keys.size(), position, [&](std::size_t index) { return keys[index]; });
+}
+
+std::vector<CharacterKey> HeadwordIndex::keysOf(const CharacterText& text) const {
+    std::vector<CharacterKey> keys(text.count());
+    for (std::size_t index = 0; index < keys.size(); ++index) {
+        keys[index] = keys_.find(text[index]);
+    }
+    return keys;
 }
 
 }  // namespace velmora

@@ -58,6 +58,13 @@ class HeadwordIndex {
     std::optional<Occurrence> longestCovering(const CharacterText& text,
                                               std::size_t position) const;
 
+    /// The same for a text whose keys are known already.
+    std::optional<Occurrence> longestCovering(const std::vector<CharacterKey>& keys,
+                                              std::size_t position) const;
+
+    /// The keys of the characters of a text; characters that no headword has are `unknown` alike.
+    std::vector<CharacterKey> keysOf(const CharacterText& text) const;
+
     /// The number of the first entry under a headword.
     std::size_t firstEntry(Node node) const { return next_[slotTable()[node].lastPosting - 1] / 2; }
 
@@ -117,6 +124,13 @@ class HeadwordIndex {
     const Slot* slotTable() const { return static_cast<const Slot*>(table_.data()); }
     Slot* slotTable() { return static_cast<Slot*>(table_.data()); }
     std::size_t place(std::uint64_t hash) const { return static_cast<std::size_t>(hash >> shift_); }
+
+    /// Where the search for a word that covers a position begins.
+    std::size_t firstStart(std::size_t position) const {
+        return position + 1 > maxHeadwordLength_ ? position + 1 - maxHeadwordLength_ : 0;
+    }
+    template <typename KeyAt>
+    std::optional<Occurrence> search(std::size_t count, std::size_t position, KeyAt keyAt) const;
 
     Node child(Node parent, CharacterKey key, std::uint64_t hash) const;
     Node firstNode(CharacterKey key) const;

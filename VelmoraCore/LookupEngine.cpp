@@ -7,6 +7,12 @@
 #include <utility>
 
 namespace velmora {
+namespace {
+
+/// The most results that room is made for before there are any.
+constexpr std::size_t mostReserved = 4096;
+
+}  // namespace
 
 LookupEngine::LookupEngine(std::shared_ptr<const DictionaryStore> store)
     : store_(std::move(store)) {}
@@ -30,41 +36,57 @@ std::optional<LookupResult> LookupEngine::lookup(const CharacterText& text,
     if (!found) {
         return lookupCharacter(hovered, hoveredCharacterOffset);
     }
-    std::optional<LookupResult> result(std::in_place);
-    result->range = {static_cast<long long>(found->start), static_cast<long long>(found->end)};
-    result->matchedText = text.slice(found->start, found->end);
-    result->characterBreakdown.reserve(found->end - found->start);
-    for (std::size_t index = found->start; index < found->end; ++index) {
-        if (auto entry = store_->firstEntryOfCharacter(text[index])) {
-            result->characterBreakdown.push_back(*std::move(entry));
+    return resultOf(text, *found);
+}
+
+LookupResult LookupEngine::resultOf(const CharacterText& text,
+                                    const HeadwordIndex::Occurrence& found) const {
+    LookupResult result{store_->firstEntry(found),
+                        {static_cast<long long>(found.start), static_cast<long long>(found.end)},
+                        std::string(text.slice(found.start, found.end)),
+                        {},
+                        store_->otherEntries(found)};
+    std::vector<DictionaryEntry>& breakdown = result.characterBreakdown;
+    breakdown.reserve(found.end - found.start);
+    if (found.end - found.start == 1) {
+        breakdown.push_back(result.entry);
+        return result;
+    }
+    for (std::size_t index = found.start; index < found.end; ++index) {
+        if (const auto number = store_->firstEntryOfCharacter(text[index])) {
+            breakdown.push_back(store_->entry(*number));
         }
     }
-    store_->splitEntries(*found, result->entry, result->alternatives);
     return result;
 }
 
-/// Where no word covers the character: what is known of the character alone, without alternatives.
+/// Where no word covers the character: what is known of the character alone.
 std::optional<LookupResult> LookupEngine::lookupCharacter(std::string_view character,
                                                           long long offset) const {
-    auto entry = store_->firstEntryOfCharacter(character);
-    if (!entry) {
-        return std::nullopt;
-    }
-    return LookupResult{*entry, {offset, offset + 1}, std::string(character), {*entry}, {}};
+    const auto number = store_->firstEntryOfCharacter(character);
+    return number
+               ? std::optional(LookupResult::ofCharacter(store_->entry(*number), character, offset))
+               : std::nullopt;
 }
 
 std::vector<LookupResult> LookupEngine::lookups(std::string_view text) const {
     const CharacterText characters(text);
-    const auto count = static_cast<long long>(characters.count());
+    const std::vector<CharacterKey> keys = store_->keysOf(characters);
     std::vector<LookupResult> results;
-    results.reserve(std::min<std::size_t>(characters.count() / 2 + 1, 1024));
-    for (long long position = 0; position < count;) {
-        auto result = lookup(characters, position);
-        ++position;
-        if (result) {
-            position = std::max(position, result->range.end);
-            results.push_back(*std::move(result));
+    // Prose has three words in five characters.
+    results.reserve(std::min<std::size_t>(keys.size() * 2 / 3 + 1, mostReserved));
+    for (std::size_t position = 0; position < keys.size();) {
+        std::size_t next = position + 1;
+        if (isChinese(characters[position])) {
+            if (const auto found = store_->findLongestCovering(keys, position)) {
+                results.push_back(resultOf(characters, *found));
+                next = std::max(next, found->end);
+            } else if (auto alone = lookupCharacter(characters[position],
+                                                    static_cast<long long>(position))) {
+                results.push_back(*std::move(alone));
+            }
         }
+        position = next;
     }
     return results;
 }

@@ -36,6 +36,7 @@ class LookupEngine {
     std::vector<DictionaryEntry> entries(std::string_view headword) const;
 
   private:
+    LookupResult resultOf(const CharacterText& text, const HeadwordIndex::Occurrence& found) const;
     std::optional<LookupResult> lookupCharacter(std::string_view character, long long offset) const;
 
     std::shared_ptr<const DictionaryStore> store_;

@@ -158,6 +158,10 @@ std::size_t asciiMarkedPosition(std::string_view body) {
     return position;
 }
 
+char* append(std::string_view bytes, char* to) {
+    return std::copy(bytes.begin(), bytes.end(), to);
+}
+
 /// What `converted` gives for a short syllable of ASCII, without splitting it into characters. (The
 /// one character of two bytes that ASCII has, CR LF, takes part in no rule.)
 PinyinSyllable convertedAscii(std::string_view numbered) {
@@ -179,15 +183,22 @@ PinyinSyllable convertedAscii(std::string_view numbered) {
     PinyinSyllable syllable;
     syllable.numbered = numbered;
     syllable.tone = hasTone ? static_cast<PinyinTone>(digit) : PinyinTone::neutral;
+    if (marked == std::string_view::npos && body.find(umlaut) == std::string_view::npos) {
+        syllable.marked = body;
+        return syllable;
+    }
+    std::array<char, 2 * shortSyllable> written{};
+    char* end = written.data();
     for (std::size_t at = 0; at < body.size(); ++at) {
         if (at == marked) {
-            syllable.marked += asciiVowel(body[at])->marked[static_cast<std::size_t>(digit) - 1];
+            end = append(asciiVowel(body[at])->marked[static_cast<std::size_t>(digit) - 1], end);
         } else if (body[at] == umlaut) {
-            syllable.marked += toneMarks.back().base;
+            end = append(toneMarks.back().base, end);
         } else {
-            syllable.marked += body[at];
+            *end++ = body[at];
         }
     }
+    syllable.marked.assign(written.data(), end);
     return syllable;
 }
 
@@ -239,7 +250,11 @@ std::string PinyinConverter::markedPhrase(std::string_view numbered) {
 
 std::string PinyinConverter::joinMarked(const std::vector<PinyinSyllable>& syllables) {
     std::string joined;
-    joined.reserve(8 * syllables.size());
+    std::size_t length = syllables.size();
+    for (const PinyinSyllable& syllable : syllables) {
+        length += syllable.marked.size();
+    }
+    joined.reserve(syllables.empty() ? 0 : length - 1);
     for (const PinyinSyllable& syllable : syllables) {
         if (&syllable != &syllables.front()) {
             joined += ' ';

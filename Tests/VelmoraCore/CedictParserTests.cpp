@@ -71,6 +71,8 @@ TEST(CedictParser, rejects_comments_and_broken_lines) {
     EXPECT_TRUE(rejected("中國 中国 [Zhong1 guo2] //"));
     EXPECT_TRUE(rejected("中國 中国 [Zhong1 guo2] /"));
     EXPECT_TRUE(rejected("中國 中国 [Zhong1 guo2] ////"));
+    EXPECT_TRUE(rejected("中國 中国 [Zhong1 guo2] /China\u0600/"));
+    EXPECT_TRUE(rejected("中國 中国 [\u200DZhong1 guo2] /China/"));
     EXPECT_TRUE(rejected("中國   [Zhong1 guo2] /China/"));
     EXPECT_TRUE(rejected("\t \t [Zhong1 guo2] /China/"));
     EXPECT_TRUE(rejected(""));

@@ -3,7 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <memory>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -146,6 +149,37 @@ TEST(LookupEngine, words_of_a_text_may_overlap_to_the_left) {
     ASSERT_EQ(results.size(), 2U);
     EXPECT_EQ(results[0].range, (MatchedTextRange{0, 2}));
     EXPECT_EQ(results[1].range, (MatchedTextRange{1, 4}));
+}
+
+TEST(LookupEngine, the_words_of_a_text_are_those_of_its_positions_one_after_the_other) {
+    const LookupEngine engine =
+        engineOf({word("甲"), word("甲", "2"), word("乙丙"), word("甲乙"), word("乙丙丁"),
+                  word("丙x"), word("丁丁丁"), word("乙\u0301"), word("e\u0301甲")});
+    const std::vector<std::string> pieces{"甲", "乙",     "丙", "丁",   "x", "e\u0301",
+                                          "é",  "\u0301", "。", "🙂", "𠀀"};
+    std::mt19937 random(1);
+    for (int round = 0; round < 300; ++round) {
+        std::string text;
+        for (std::size_t count = random() % 90; count > 0; --count) {
+            text += pieces[random() % pieces.size()];
+        }
+        std::vector<LookupResult> expected;
+        const auto length = static_cast<long long>(CharacterText(text).count());
+        for (long long position = 0; position < length;) {
+            const auto result = engine.lookup(text, position++);
+            if (result) {
+                position = std::max(position, result->range.end);
+                expected.push_back(*result);
+            }
+        }
+        EXPECT_EQ(engine.lookups(text), expected) << text;
+    }
+}
+
+TEST(LookupEngine, a_character_alone_has_itself_as_its_breakdown_and_no_alternatives) {
+    const DictionaryEntry entry = word("行");
+    const LookupResult result = LookupResult::ofCharacter(entry, "行", 7);
+    EXPECT_EQ(result, (LookupResult{entry, {7, 8}, "行", {entry}, {}}));
 }
 
 TEST(LookupEngine, passes_exact_lookups_through) {

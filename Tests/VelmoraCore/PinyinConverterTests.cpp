@@ -55,6 +55,8 @@ TEST(PinyinConverter, places_the_mark) {
     EXPECT_EQ(marked("iee2"), "iée");
     EXPECT_EQ(marked("xoyou3"), "xǒyou");
     EXPECT_EQ(marked("uo3"), "uǒ");
+    EXPECT_EQ(marked("boi4"), "boì");
+    EXPECT_EQ(marked("oü1"), "oǖ");
     EXPECT_EQ(marked("lü4"), "lǜ");
 }
 

@@ -329,12 +329,15 @@ bool LineRecognizer::completeWord(const FoundLines& found, PlacedLine& line, con
             for (std::size_t i = first; i < first + length; ++i) {
                 word += firstCodePoint(line[i].text);
             }
-            // The more of the word stands there already, the less the ink must say; what two
-            // readings agree on gives way to long words only, as 的 or 在 stand alone by right.
-            if (length < (line[place].confirmed ? 4 : own >= alike ? 3 : 2)) {
+            // The more of the word stands there already, the less the ink must say. What two
+            // readings agree on gives way to longer words only: 的 and 在 stand alone by right.
+            const bool agreed = line[place].confirmed;
+            if (length == 2 && (agreed || own >= alike)) {
                 continue;
             }
-            const double needed = length >= 4 ? 0 : length == 3 ? slightlyLiker : clearlyLiker;
+            const double needed = length >= 4              ? 0
+                                  : length == 3 && !agreed ? slightlyLiker
+                                                           : clearlyLiker;
             for (const char32_t character : words_->completions(word, back)) {
                 const double rate = likeness(ink, utf8Of(character));
                 if (rate > best && rate > own + needed) {

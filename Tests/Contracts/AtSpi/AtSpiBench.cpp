@@ -48,7 +48,7 @@ AtSpiBench::~AtSpiBench() {
     backend_.reset();
 }
 
-AccessibilitySystem& AtSpiBench::system() {
+AtSpiSystem& AtSpiBench::system() {
     return backend_->system;
 }
 

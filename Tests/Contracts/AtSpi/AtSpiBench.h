@@ -9,7 +9,7 @@
 
 #include "Tests/Support/VirtualDesktop/VirtualDesktop.h"
 #include "Velmora/Platform/AccessibilityElement.h"
-#include "Velmora/Platform/AccessibilitySystem.h"
+#include "Velmora/Platform/Linux/AtSpi/AtSpiSystem.h"
 
 namespace velmora::test {
 
@@ -24,7 +24,7 @@ class AtSpiBench {
     ~AtSpiBench();
 
     VirtualDesktop& desktop() { return *desktop_; }
-    AccessibilitySystem& system();
+    AtSpiSystem& system();
     bool isTrusted() const;
 
     /// Starts the program, puts its window in its place and waits until its text is found there.

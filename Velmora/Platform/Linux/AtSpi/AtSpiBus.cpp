@@ -128,20 +128,25 @@ bool AtSpiBus::connectAccessibility() {
     }
     accessibility_.connect(QString(), localPath, localInterface, QStringLiteral("Disconnected"),
                            this, SLOT(accessibilityDisconnected()));
-    readStatus();
+    if (!readStatus()) {
+        dropAccessibility();
+        return false;
+    }
     listenToFocus();
     grant_.reachable = true;
     return true;
 }
 
-void AtSpiBus::readStatus() {
+bool AtSpiBus::readStatus() {
     QDBusMessage request = QDBusMessage::createMethodCall(busName, busPath, propertiesInterface,
                                                           QStringLiteral("Get"));
     request.setArguments({statusInterface, QStringLiteral("IsEnabled")});
     const QDBusMessage reply = session_.call(request, QDBus::Block, ownCallMilliseconds);
-    if (reply.type() == QDBusMessage::ReplyMessage && reply.signature() == QLatin1String("v")) {
-        grant_.switchedOn = reply.arguments().at(0).value<QDBusVariant>().variant().toBool();
+    if (reply.type() != QDBusMessage::ReplyMessage || reply.signature() != QLatin1String("v")) {
+        return false;
     }
+    grant_.switchedOn = reply.arguments().at(0).value<QDBusVariant>().variant().toBool();
+    return true;
 }
 
 void AtSpiBus::switchOn() {
@@ -209,8 +214,9 @@ void AtSpiBus::statusChanged(const QString& interface, const QVariantMap& change
 void AtSpiBus::busOwnerChanged(const QString&, const QString&, const QString& after) {
     dropAccessibility();
     grant_.switchedOn = false;
-    if (!after.isEmpty()) {
-        connectAccessibility();
+    // Whoever takes its place may not be ready yet, and nobody else may ever ask for one.
+    if (after.isEmpty() || !connectAccessibility()) {
+        tryLater();
     }
 }
 
@@ -235,7 +241,7 @@ void AtSpiBus::focusChanged(const QDBusMessage& signal) {
         if (found != lastFocus_.constEnd() && found->path == signal.path()) {
             lastFocus_.erase(found);
         }
-    } else if (lastFocus_.size() < rememberedFocusLimit) {
+    } else if (lastFocus_.size() < rememberedFocusLimit || lastFocus_.contains(signal.service())) {
         lastFocus_.insert(signal.service(), {signal.service(), signal.path()});
     }
 }

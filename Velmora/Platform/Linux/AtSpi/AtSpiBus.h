@@ -56,7 +56,7 @@ class AtSpiBus : public QObject {
   private:
     bool connectSession();
     bool connectAccessibility();
-    void readStatus();
+    bool readStatus();
     void listenToFocus();
     void tryLater();
     void dropAccessibility();

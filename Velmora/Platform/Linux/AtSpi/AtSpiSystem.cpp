@@ -115,4 +115,8 @@ AccessibilityElement::Pointer AtSpiSystem::focusedElement() {
     return state ? std::make_shared<AtSpiElement>(service_, budget, std::move(*state)) : nullptr;
 }
 
+std::optional<std::chrono::milliseconds> AtSpiSystem::timeLeft() const {
+    return budget_ ? std::optional(budget_->left()) : std::nullopt;
+}
+
 }  // namespace velmora

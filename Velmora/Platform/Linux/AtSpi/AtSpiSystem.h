@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <chrono>
 #include <memory>
+#include <optional>
 
 #include "Velmora/Platform/AccessibilitySystem.h"
 #include "Velmora/Platform/ScreenGeometrySource.h"
@@ -25,6 +27,10 @@ class AtSpiSystem : public AccessibilitySystem {
 
     AccessibilityElement::Pointer elementAtPosition(Point point) override;
     AccessibilityElement::Pointer focusedElement() override;
+
+    /// What the extraction that began last may still wait for other programs; below zero by what
+    /// the last wait took too long. Nothing before the first.
+    std::optional<std::chrono::milliseconds> timeLeft() const;
 
   private:
     std::shared_ptr<AtSpiService> service_;

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
+#include <signal.h>
 
 #include "Tests/Contracts/AtSpi/AtSpiBench.h"
 #include "Velmora/Platform/Linux/AtSpi/AtSpiPermission.h"
@@ -13,6 +14,84 @@ void setEnabled(VirtualDesktop& desktop, bool enabled) {
                  "org.freedesktop.DBus.Properties.Set", "string:org.a11y.Status",
                  "string:IsEnabled",
                  std::string("variant:boolean:") + (enabled ? "true" : "false")});
+}
+
+constexpr const char* daemonName = "org.freedesktop.DBus";
+
+/// What `dbus-send` prints of a reply, from this word on.
+std::string replyAfter(VirtualDesktop& desktop, std::vector<std::string> command,
+                       const std::string& word) {
+    const std::string reply = desktop.run(std::move(command));
+    const std::size_t found = reply.rfind(word);
+    return found == std::string::npos ? "" : reply.substr(found + word.size());
+}
+
+/// Ends the daemon of the bus at this address as a crash would.
+void killBus(VirtualDesktop& desktop, const std::string& address) {
+    const std::string process = replyAfter(
+        desktop,
+        {"dbus-send", "--bus=" + address, "--print-reply", std::string("--dest=") + daemonName,
+         "/org/freedesktop/DBus", "org.freedesktop.DBus.GetConnectionUnixProcessID",
+         std::string("string:") + daemonName},
+        "uint32 ");
+    ::kill(std::stoi(process), SIGKILL);
+}
+
+std::string accessibilityAddress(VirtualDesktop& desktop) {
+    const std::string rest =
+        replyAfter(desktop,
+                   {"dbus-send", "--session", "--print-reply", "--dest=org.a11y.Bus",
+                    "/org/a11y/bus", "org.a11y.Bus.GetAddress"},
+                   "string \"");
+    return rest.substr(0, rest.find('"'));
+}
+
+void startSample(AtSpiBench& bench, const ChildProcess::Environment& extra = {}) {
+    bench.start({std::string(VELMORA_BUILD_FOLDER) + "/velmora_hostile_program", "honest"}, extra);
+    ASSERT_NE(bench.elementShowing("词典"), nullptr);
+}
+
+TEST(AtSpiBusLife, readsAgainAfterTheAccessibilityBusDied) {
+    AtSpiBench bench;
+    startSample(bench);
+    const auto element = bench.findNow("词典");
+    ASSERT_NE(element, nullptr);
+    ASSERT_TRUE(element->boundsForRange({0, 1}).has_value());
+
+    killBus(bench.desktop(), accessibilityAddress(bench.desktop()));
+    ASSERT_TRUE(bench.desktop().waitUntil([&] { return !bench.isTrusted(); }));
+    EXPECT_EQ(element->boundsForRange({0, 1}), std::nullopt);
+    EXPECT_EQ(element->title(), std::nullopt);
+    EXPECT_EQ(element->parent(), nullptr);
+    EXPECT_EQ(bench.system().elementAtPosition({700, 400}), nullptr);
+    EXPECT_EQ(bench.system().focusedElement(), nullptr);
+    bench.desktop().stop(bench.program());
+
+    setEnabled(bench.desktop(), true);
+    ASSERT_TRUE(bench.desktop().waitUntil([&] { return bench.isTrusted(); }));
+    startSample(bench);
+}
+
+TEST(AtSpiBusLife, readsAgainAfterTheSessionBusDied) {
+    AtSpiBench bench;
+    VirtualDesktop& desktop = bench.desktop();
+    // The next daemon at this place is another one, so only the place may be in the address.
+    const std::string address = "unix:path=" + (desktop.folder() / "run/bus").string();
+    setenv("DBUS_SESSION_BUS_ADDRESS", address.c_str(), 1);
+    const auto service = std::make_shared<AtSpiService>();
+    AtSpiPermission permission(service);
+    ASSERT_TRUE(desktop.waitUntil([&] { return permission.accessibilityTrusted(); }));
+
+    killBus(desktop, address);
+    ASSERT_TRUE(desktop.waitUntil(
+        [&] { return !permission.accessibilityTrusted() && !bench.isTrusted(); }));
+    EXPECT_FALSE(permission.promptForAccessibility());
+    EXPECT_EQ(bench.system().elementAtPosition({700, 400}), nullptr);
+
+    desktop.launch({"dbus-daemon", "--nofork", "--nopidfile",
+                    "--config-file=" + (desktop.folder() / "bus.conf").string()});
+    EXPECT_TRUE(desktop.waitUntil([&] { return permission.promptForAccessibility(); }));
+    EXPECT_TRUE(permission.accessibilityTrusted());
 }
 
 TEST(AtSpiBusLife, followsTheSwitchAndTurnsItOn) {

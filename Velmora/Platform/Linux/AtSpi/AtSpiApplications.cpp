@@ -15,6 +15,11 @@ constexpr qsizetype nameLimit = 1024;
 
 std::optional<AtSpiApplication> AtSpiApplications::find(std::int64_t processId,
                                                         AtSpiDeadline& deadline) {
+    if (connectionNumber_ != bus_.connectionNumber()) {
+        connectionNumber_ = bus_.connectionNumber();
+        processes_.clear();
+        toolkits_.clear();
+    }
     const QList<AtSpiObject> roots = atspireply::objects(
         bus_.call(atspirequest::children(atspirequest::registryRoot()), deadline),
         applicationLimit);

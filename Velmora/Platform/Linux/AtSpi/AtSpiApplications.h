@@ -31,6 +31,7 @@ class AtSpiApplications {
     std::optional<AtSpiToolkit> toolkitOf(const AtSpiObject& root, AtSpiDeadline& deadline);
 
     AtSpiBus& bus_;
+    int connectionNumber_ = 0;  ///< Of the bus whose names are known.
     QHash<QString, std::uint32_t> processes_;
     QHash<QString, AtSpiToolkit> toolkits_;
 };

@@ -126,6 +126,7 @@ bool AtSpiBus::connectAccessibility() {
     if (!accessibility_.isConnected()) {
         return false;
     }
+    ++connectionNumber_;
     accessibility_.connect(QString(), localPath, localInterface, QStringLiteral("Disconnected"),
                            this, SLOT(accessibilityDisconnected()));
     if (!readStatus()) {

@@ -30,6 +30,10 @@ class AtSpiBus : public QObject {
     /// once a second at most.
     bool connectNow();
 
+    /// Counts the accessibility buses that were connected to: each gives out the same names anew,
+    /// so what was learnt of a name holds for one of them only.
+    int connectionNumber() const { return connectionNumber_; }
+
     /// Switches the desktop's accessibility on and reads back whether it is.
     void switchOn();
 
@@ -68,6 +72,7 @@ class AtSpiBus : public QObject {
     AtSpiGrant& grant_;
     QDBusConnection session_;
     QDBusConnection accessibility_;
+    int connectionNumber_ = 0;
     AtSpiHealth hoverHealth_;
     AtSpiHealth focusHealth_;
     QHash<QString, AtSpiObject> lastFocus_;

@@ -39,7 +39,9 @@ Answer AtSpiElement::ask(Job job) const {
     }
     return service->ask<Answer>(
         *budget_, [state = state_, job](AtSpiService::Core& core, AtSpiDeadline& deadline) {
-            return job(core.bus, *state, deadline);
+            return core.bus.connectionNumber() == state->connectionNumber
+                       ? job(core.bus, *state, deadline)
+                       : Answer{};
         });
 }
 
@@ -72,6 +74,7 @@ AccessibilityElement::Pointer AtSpiElement::parent() const {
     state.object = *found;
     state.toolkit = state_->toolkit;
     state.space = state_->space;
+    state.connectionNumber = state_->connectionNumber;
     return std::make_shared<AtSpiElement>(service_, budget_, std::move(state));
 }
 

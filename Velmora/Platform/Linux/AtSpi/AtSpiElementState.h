@@ -19,11 +19,12 @@ enum class AtSpiCells {
 };
 
 /// What an element is and what was read of it so far. Filled on the worker thread only; the first
-/// three never change and may be read anywhere.
+/// four never change and may be read anywhere.
 struct AtSpiElementState {
     AtSpiObject object;
     AtSpiToolkit toolkit = AtSpiToolkit::other;
     AtSpiSpace space;
+    int connectionNumber = 0;  ///< Of the bus on which the object has its name.
 
     bool isLearnt = false;
     std::uint32_t role = 0;

@@ -18,11 +18,12 @@ namespace {
 
 using FoundElement = std::optional<AtSpiElementState>;
 
-FoundElement found(const AtSpiHit& hit, AtSpiToolkit toolkit) {
+FoundElement found(const AtSpiBus& bus, const AtSpiHit& hit, AtSpiToolkit toolkit) {
     AtSpiElementState state;
     state.object = hit.object;
     state.toolkit = toolkit;
     state.space = hit.space;
+    state.connectionNumber = bus.connectionNumber();
     return state;
 }
 
@@ -39,7 +40,7 @@ FoundElement findElementAt(AtSpiService::Core& core, const WindowInfo& window, P
     AtSpiHitTest test(core.bus, application->toolkit, deadline);
     const AtSpiHit hit = test.textElementAt(*frame, capture);
     // A program that fell silent on the way is not asked on; its window will do.
-    return deadline.isOver() ? std::nullopt : found(hit, application->toolkit);
+    return deadline.isOver() ? std::nullopt : found(core.bus, hit, application->toolkit);
 }
 
 FoundElement findFocus(AtSpiService::Core& core, const WindowInfo& window,
@@ -57,7 +58,7 @@ FoundElement findFocus(AtSpiService::Core& core, const WindowInfo& window,
         return std::nullopt;
     }
     AtSpiHitTest test(core.bus, application->toolkit, deadline);
-    return found({*object, test.spaceOf(*object, frame->space)}, application->toolkit);
+    return found(core.bus, {*object, test.spaceOf(*object, frame->space)}, application->toolkit);
 }
 
 Rect visiblePart(const WindowInfo& window) {

@@ -6,6 +6,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <optional>
 
 namespace velmora::test {
@@ -67,6 +68,32 @@ TEST(VirtualDesktop, saysWhichProgramIsMissing) {
         FAIL();
     } catch (const std::runtime_error& error) {
         EXPECT_NE(std::string(error.what()).find("no-such-program-anywhere"), std::string::npos);
+    }
+}
+
+TEST(VirtualDesktop, passesOverWhatDeadServersLeft) {
+    const char* variable = std::getenv("VELMORA_TEST_DISPLAY");
+    const std::optional<std::string> before =
+        variable == nullptr ? std::nullopt : std::optional<std::string>(variable);
+    // A number that nobody uses, with the lock of a server that is gone and cannot be read.
+    int number = 180;
+    const auto lock = [&] { return "/tmp/.X" + std::to_string(number) + "-lock"; };
+    while (std::filesystem::exists(lock()) && number < 240) {
+        ++number;
+    }
+    std::ofstream(lock()) << "no process";
+    setenv("VELMORA_TEST_DISPLAY", std::to_string(number).c_str(), 1);
+    {
+        VirtualDesktop desktop(
+            {.windowManager = false, .accessibility = false, .serverArguments = {}});
+        EXPECT_TRUE(desktop.windows().empty());
+        EXPECT_GE(std::stoi(desktop.display().substr(1)), number);
+    }
+    std::filesystem::remove(lock());
+    if (before) {
+        setenv("VELMORA_TEST_DISPLAY", before->c_str(), 1);
+    } else {
+        unsetenv("VELMORA_TEST_DISPLAY");
     }
 }
 

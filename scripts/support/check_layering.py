@@ -51,8 +51,10 @@ ARROWS[COMMANDS_APPLICATION] = tuple(
     if folder not in BACKENDS or folder.endswith(("Loader", "Recorded")))
 ARROWS[ROOT] = EVERYTHING
 
-# Not a backend of any interface but the caller of the running program, so its users may name it.
-EXCEPTIONS = {("Velmora/Platform/Linux/RemoteControlClient.h", COMMANDS_APPLICATION)}
+# Not backends of any interface but the caller of the running program and the user's folders, so
+# that their users may name them.
+EXCEPTIONS = {("Velmora/Platform/Linux/RemoteControlClient.h", COMMANDS_APPLICATION),
+              ("Velmora/Platform/Linux/XdgPaths.h", COMMANDS_APPLICATION)}
 
 # Vendor headers, and the backends that may include them.
 LINUX, X11, WAYLAND = BACKENDS[0], BACKENDS[1], BACKENDS[2]

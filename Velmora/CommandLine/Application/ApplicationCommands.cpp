@@ -1,18 +1,25 @@
 // SPDX-License-Identifier: MIT
 #include "Velmora/CommandLine/Application/ApplicationCommands.h"
 
+#include <QCoreApplication>
 #include <algorithm>
+#include <cstdlib>
 #include <exception>
+#include <filesystem>
 #include <iostream>
 #include <optional>
 #include <span>
 
+#include "Velmora/CommandLine/Application/AutostartCommand.h"
 #include "Velmora/CommandLine/Application/CommandDesktop.h"
+#include "Velmora/CommandLine/Application/DoctorCommand.h"
 #include "Velmora/CommandLine/Application/ProbeCommand.h"
 #include "Velmora/CommandLine/Application/RecognizeCommand.h"
 #include "Velmora/CommandLine/Application/RemoteCommands.h"
 #include "Velmora/CommandLine/Core/ExitStatus.h"
 #include "Velmora/CommandLine/Core/UsageError.h"
+#include "Velmora/Platform/Linux/XdgPaths.h"
+#include "Velmora/Platform/Loader/DesktopInspection.h"
 
 namespace velmora {
 
@@ -51,12 +58,60 @@ int recognize(Arguments arguments, CommandStreams& streams) {
     return runRecognizeCommand(arguments, services, streams);
 }
 
+int doctor(Arguments arguments, CommandStreams& streams) {
+    if (asksForHelp(arguments)) {
+        streams.out << doctorHelp();
+        return exitFound;
+    }
+    int count = 1;
+    std::string name = "velmora";
+    char* values[] = {name.data(), nullptr};
+    const QCoreApplication application(count, values);
+    const DesktopInspection system;
+    const int status = runDoctorCommand(arguments, system, streams);
+    if (system.isStuck()) {
+        // Somebody still owes an answer, and an ordinary end would wait for it.
+        streams.out.flush();
+        std::_Exit(status);
+    }
+    return status;
+}
+
+/// The command that starts the whole program: beside this executable.
+std::filesystem::path startCommand() {
+    std::error_code error;
+    const auto self = std::filesystem::read_symlink("/proc/self/exe", error);
+    if (error) {
+        throw UsageError("the place of this program cannot be found: " + error.message());
+    }
+    const auto command = self.parent_path() / "velmora";
+    return std::filesystem::exists(command, error) ? command : self;
+}
+
+int autostart(Arguments arguments, CommandStreams& streams) {
+    if (asksForHelp(arguments)) {
+        streams.out << autostartHelp();
+        return exitFound;
+    }
+    const auto configuration = xdg::configHome();
+    if (!configuration) {
+        throw UsageError("there is no home folder");
+    }
+    return runAutostartCommand(arguments, *configuration, startCommand(), streams);
+}
+
 int run(const std::string& command, Arguments arguments, CommandStreams& streams) {
     if (command == "probe") {
         return probe(arguments, streams);
     }
     if (command == "recognize") {
         return recognize(arguments, streams);
+    }
+    if (command == "doctor") {
+        return doctor(arguments, streams);
+    }
+    if (command == "autostart") {
+        return autostart(arguments, streams);
     }
     throw UsageError("there is no such command in this program");
 }

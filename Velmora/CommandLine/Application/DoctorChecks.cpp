@@ -1,0 +1,208 @@
+// SPDX-License-Identifier: MIT
+#include "Velmora/CommandLine/Application/DoctorChecks.h"
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+
+#include "Velmora/CommandLine/Application/PackageCommand.h"
+
+namespace velmora::doctor {
+
+namespace {
+
+DoctorFinding fine(std::string name, std::string detail) {
+    return {.name = std::move(name), .ok = true, .detail = std::move(detail), .mend = {}};
+}
+
+DoctorFinding missing(std::string name, std::string detail, std::string mend) {
+    return {
+        .name = std::move(name), .ok = false, .detail = std::move(detail), .mend = std::move(mend)};
+}
+
+constexpr const char* noDisplay = "cannot be told without a display";
+constexpr const char* noSessionBus = "cannot be told without a session bus";
+
+/// The folders of this name below the library folders, where distributions put them.
+std::vector<std::string> libraryFolders(const SystemInspection& system, const std::string& name) {
+    std::vector<std::string> folders{"/usr/share/" + name,       "/usr/lib/" + name,
+                                     "/usr/lib64/" + name,       "/usr/libexec/" + name,
+                                     "/usr/local/share/" + name, "/usr/local/lib/" + name};
+    for (const std::string& sub : system.namesIn("/usr/lib")) {
+        if (sub.ends_with("-linux-gnu")) {
+            folders.push_back("/usr/lib/" + sub + "/" + name);
+        }
+    }
+    std::erase_if(folders, [&](const std::string& folder) { return !system.canRead(folder); });
+    return folders;
+}
+
+bool anyHolds(const SystemInspection& system, const std::vector<std::string>& folders,
+              const std::string& file) {
+    return std::ranges::any_of(
+        folders, [&](const std::string& folder) { return system.canRead(folder + "/" + file); });
+}
+
+bool isGnome(const SystemInspection& system) {
+    return system.environmentValue("XDG_CURRENT_DESKTOP").value_or("").find("GNOME") !=
+           std::string::npos;
+}
+
+const PackageNames espeak{.apt = "speech-dispatcher speech-dispatcher-espeak-ng espeak-ng-data",
+                          .dnf = "speech-dispatcher speech-dispatcher-espeak-ng espeak-ng",
+                          .pacman = "speech-dispatcher espeak-ng"};
+
+}  // namespace
+
+DoctorFinding checkDisplay(const SystemInspection& system) {
+    if (const auto problem = system.displayProblem()) {
+        const bool wayland = problem->starts_with("Wayland");
+        return missing("display",
+                       *problem + (wayland ? "; choose an X11 session at the login" : ""),
+                       wayland ? "" : "run velmora doctor in a terminal of the desktop session");
+    }
+    return fine("display", "an X server answers on " +
+                               system.environmentValue("DISPLAY").value_or("the default display"));
+}
+
+DoctorFinding checkScreenCapture(const SystemInspection& system) {
+    if (system.displayProblem()) {
+        return missing("screen capture", noDisplay, "");
+    }
+    return system.canCaptureScreen()
+               ? fine("screen capture", "the X server can compose windows")
+               : missing("screen capture",
+                         "the X server lacks its Composite extension; text in pictures cannot be "
+                         "read",
+                         "");
+}
+
+DoctorFinding checkCompositor(const SystemInspection& system) {
+    if (system.displayProblem()) {
+        return missing("compositor", noDisplay, "");
+    }
+    return system.hasCompositor()
+               ? fine("compositor", "windows can be translucent")
+               : missing("compositor", "none runs; panels come without shadow and fading",
+                         system.canRead("/usr/bin/picom")
+                             ? "picom --daemon"
+                             : installCommand(system, {"picom", "picom", "picom"}));
+}
+
+DoctorFinding checkSessionBus(const SystemInspection& system) {
+    return system.hasSessionBus()
+               ? fine("session bus", "connected")
+               : missing("session bus", "none; no tray, no accessibility, no remote commands",
+                         installCommand(system, {"dbus-user-session", "dbus-daemon", "dbus"}));
+}
+
+DoctorFinding checkAccessibilityBus(const SystemInspection& system) {
+    constexpr const char* name = "accessibility bus";
+    if (!system.hasSessionBus()) {
+        return missing(name, noSessionBus, "");
+    }
+    return system.hasAccessibilityBus()
+               ? fine(name, "reachable")
+               : missing(name, "not reachable; other programs' texts cannot be read",
+                         installCommand(system, {"at-spi2-core", "at-spi2-core", "at-spi2-core"}));
+}
+
+DoctorFinding checkAccessibility(const SystemInspection& system) {
+    constexpr const char* name = "accessibility";
+    if (!system.hasSessionBus()) {
+        return missing(name, noSessionBus, "");
+    }
+    return system.isAccessibilityEnabled()
+               ? fine(name, "switched on")
+               : missing(name, "switched off; programs do not offer their texts",
+                         "busctl --user set-property org.a11y.Bus /org/a11y/bus org.a11y.Status "
+                         "IsEnabled b true");
+}
+
+DoctorFinding checkTray(const SystemInspection& system) {
+    if (!system.hasSessionBus()) {
+        return missing("tray", noSessionBus, "");
+    }
+    if (system.hasTrayHost()) {
+        return fine("tray", "the desktop shows tray items");
+    }
+    const PackageNames extension{"gnome-shell-extension-appindicator",
+                                 "gnome-shell-extension-appindicator",
+                                 "gnome-shell-extension-appindicator"};
+    const PackageNames panel{"xfce4-panel", "xfce4-panel", "xfce4-panel"};
+    return missing("tray",
+                   "nothing shows tray items; velmora settings, toggle, onboarding, diagnostics "
+                   "and quit do what the menu does",
+                   installCommand(system, isGnome(system) ? extension : panel));
+}
+
+DoctorFinding checkDictionary(const SystemInspection& system) {
+    if (const auto problem = system.dictionaryProblem()) {
+        return missing(
+            "dictionary",
+            system.dictionaryPath() + ": " + *problem + "; only a few built-in words are found",
+            "scripts/fetch-dictionary in the sources, then build and install again");
+    }
+    return fine("dictionary", system.dictionaryPath());
+}
+
+DoctorFinding checkRecognition(const SystemInspection& system) {
+    std::vector<std::string> folders{"/usr/share/tesseract-ocr/5/tessdata",
+                                     "/usr/share/tesseract-ocr/4.00/tessdata",
+                                     "/usr/share/tessdata"};
+    if (const auto given = system.environmentValue("TESSDATA_PREFIX")) {
+        folders.insert(folders.begin(), *given);
+    }
+    std::string lacking;
+    for (const char* language : {"chi_sim", "chi_tra"}) {
+        if (!anyHolds(system, folders, std::string(language) + ".traineddata")) {
+            lacking += lacking.empty() ? language : std::string(" and ") + language;
+        }
+    }
+    if (lacking.empty()) {
+        return fine("recognition", "the languages chi_sim and chi_tra are installed");
+    }
+    return missing("recognition", "no data for " + lacking + "; text in pictures is not read",
+                   installCommand(system, {"tesseract-ocr-chi-sim tesseract-ocr-chi-tra",
+                                           "tesseract-langpack-chi_sim tesseract-langpack-chi_tra",
+                                           "tesseract-data-chi_sim tesseract-data-chi_tra"}));
+}
+
+DoctorFinding checkSpeech(const SystemInspection& system) {
+    if (!system.canRead("/usr/bin/speech-dispatcher") &&
+        !system.canRead("/usr/local/bin/speech-dispatcher")) {
+        return missing("speech", "speech-dispatcher is not installed; words are not spoken",
+                       installCommand(system, espeak));
+    }
+    if (!anyHolds(system, libraryFolders(system, "speech-dispatcher-modules"), "sd_espeak-ng") &&
+        !anyHolds(system, libraryFolders(system, "speech-dispatcher"), "modules/sd_espeak-ng")) {
+        return missing("speech", "speech-dispatcher lacks its espeak-ng module",
+                       installCommand(system, espeak));
+    }
+    return fine("speech", "speech-dispatcher with its espeak-ng module");
+}
+
+DoctorFinding checkVoice(const SystemInspection& system) {
+    const auto folders = libraryFolders(system, "espeak-ng-data");
+    const bool there = anyHolds(system, folders, "cmn_dict") &&
+                       anyHolds(system, folders, "lang/sit/cmn-Latn-pinyin");
+    return there ? fine("voice", "Mandarin that reads characters and pinyin")
+                 : missing("voice", "espeak-ng lacks its Mandarin voice",
+                           installCommand(system, espeak));
+}
+
+std::vector<DoctorFinding> checkAll(const SystemInspection& system) {
+    return {checkDisplay(system),
+            checkScreenCapture(system),
+            checkCompositor(system),
+            checkSessionBus(system),
+            checkAccessibilityBus(system),
+            checkAccessibility(system),
+            checkTray(system),
+            checkDictionary(system),
+            checkRecognition(system),
+            checkSpeech(system),
+            checkVoice(system)};
+}
+
+}  // namespace velmora::doctor

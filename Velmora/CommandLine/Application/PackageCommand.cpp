@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+#include "Velmora/CommandLine/Application/PackageCommand.h"
+
+namespace velmora {
+
+std::string installCommand(const SystemInspection& system, const PackageNames& packages) {
+    if (system.canRead("/usr/bin/apt-get")) {
+        return "sudo apt-get install " + packages.apt;
+    }
+    if (system.canRead("/usr/bin/dnf")) {
+        return "sudo dnf install " + packages.dnf;
+    }
+    if (system.canRead("/usr/bin/pacman")) {
+        return "sudo pacman -S " + packages.pacman;
+    }
+    return {};
+}
+
+}  // namespace velmora

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <chrono>
+#include <functional>
+
+#include "Velmora/Platform/SystemInspection.h"
+
+namespace velmora {
+
+/// The system that this process runs on. Needs the toolkit's application object. Main thread.
+class DesktopInspection final : public SystemInspection {
+  public:
+    /// How long one question may take.
+    static constexpr std::chrono::seconds patience{5};
+
+    std::optional<std::string> displayProblem() const override;
+    bool canCaptureScreen() const override;
+    bool hasCompositor() const override;
+    bool hasSessionBus() const override;
+    bool hasAccessibilityBus() const override;
+    bool isAccessibilityEnabled() const override;
+    bool hasTrayHost() const override;
+    std::optional<std::string> dictionaryProblem() const override;
+    std::string dictionaryPath() const override;
+    std::optional<std::string> environmentValue(const std::string& name) const override;
+    bool canRead(const std::string& path) const override;
+    std::vector<std::string> namesIn(const std::string& folder) const override;
+
+    /// Whether a question is still without an answer, so that the process cannot end in the
+    /// ordinary way.
+    bool isStuck() const { return stuck_; }
+
+  private:
+    /// The answer, or false where none comes in time or an earlier one did not.
+    bool answered(std::function<bool()> question) const;
+
+    mutable bool stuck_ = false;
+};
+
+}  // namespace velmora

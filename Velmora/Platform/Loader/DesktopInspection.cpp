@@ -17,15 +17,15 @@
 
 namespace velmora {
 
-bool DesktopInspection::answered(std::function<bool()> question) const {
-    if (stuck_) {
+bool DesktopInspection::answered(bool& stuck, std::function<bool()> question) {
+    if (stuck) {
         return false;
     }
     auto answer = std::make_shared<std::promise<bool>>();
     auto future = answer->get_future();
     std::thread([answer, asked = std::move(question)] { answer->set_value(asked()); }).detach();
-    stuck_ = future.wait_for(patience) != std::future_status::ready;
-    return !stuck_ && future.get();
+    stuck = future.wait_for(patience) != std::future_status::ready;
+    return !stuck && future.get();
 }
 
 std::optional<std::string> DesktopInspection::displayProblem() const {
@@ -43,34 +43,34 @@ std::optional<std::string> DesktopInspection::displayProblem() const {
     if (!display || display->empty()) {
         return "DISPLAY is not set";
     }
-    if (!answered([] { return isX11ServerReachable(); })) {
+    if (!answered(displayStuck_, [] { return isX11ServerReachable(); })) {
         return "no X server answers on display " + *display;
     }
     return std::nullopt;
 }
 
 bool DesktopInspection::canCaptureScreen() const {
-    return answered([] { return X11ScreenCapture::isPossible(); });
+    return answered(displayStuck_, [] { return X11ScreenCapture::isPossible(); });
 }
 
 bool DesktopInspection::hasCompositor() const {
-    return !stuck_ && X11Compositor().isCompositing();
+    return !displayStuck_ && X11Compositor().isCompositing();
 }
 
 bool DesktopInspection::hasSessionBus() const {
-    return answered(businspection::hasSessionBus);
+    return answered(busStuck_, businspection::hasSessionBus);
 }
 
 bool DesktopInspection::hasAccessibilityBus() const {
-    return answered(businspection::hasAccessibilityBus);
+    return answered(busStuck_, businspection::hasAccessibilityBus);
 }
 
 bool DesktopInspection::isAccessibilityEnabled() const {
-    return answered(businspection::isAccessibilityEnabled);
+    return answered(busStuck_, businspection::isAccessibilityEnabled);
 }
 
 bool DesktopInspection::hasTrayHost() const {
-    return answered(businspection::hasTrayHost);
+    return answered(busStuck_, businspection::hasTrayHost);
 }
 
 std::optional<std::string> DesktopInspection::dictionaryProblem() const {

@@ -29,13 +29,14 @@ class DesktopInspection final : public SystemInspection {
 
     /// Whether a question is still without an answer, so that the process cannot end in the
     /// ordinary way.
-    bool isStuck() const { return stuck_; }
+    bool isStuck() const { return displayStuck_ || busStuck_; }
 
   private:
     /// The answer, or false where none comes in time or an earlier one did not.
-    bool answered(std::function<bool()> question) const;
+    static bool answered(bool& stuck, std::function<bool()> question);
 
-    mutable bool stuck_ = false;
+    mutable bool displayStuck_ = false;
+    mutable bool busStuck_ = false;
 };
 
 }  // namespace velmora

@@ -16,3 +16,9 @@ install(FILES Packaging/completions/velmora.bash
 install(FILES Packaging/completions/_velmora DESTINATION "${CMAKE_INSTALL_DATADIR}/zsh/site-functions")
 install(FILES Packaging/completions/velmora.fish
         DESTINATION "${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d")
+if(VELMORA_BUILD_APPLICATION)
+    install(FILES Packaging/com.velmora.Velmora.desktop DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
+    install(FILES Packaging/com.velmora.Velmora.metainfo.xml DESTINATION "${CMAKE_INSTALL_DATADIR}/metainfo")
+    install(FILES Resources/icons/com.velmora.Velmora.svg
+            DESTINATION "${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps")
+endif()

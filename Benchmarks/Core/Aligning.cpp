@@ -51,7 +51,10 @@ void registerAligning(const std::string& path) {
     const std::vector<std::string> references{wordSalad(path, referenceLength)};
     const std::string line = misread(references[0]);
     const auto add = [](const char* name, auto run) {
-        benchmark::RegisterBenchmark(name, run)->Unit(benchmark::kMicrosecond)->Repetitions(5);
+        benchmark::RegisterBenchmark(name, run)
+            ->Unit(benchmark::kMicrosecond)
+            ->MinTime(repetitionSeconds)
+            ->Repetitions(5);
     };
     add("align/core", [=](benchmark::State& state) {
         for (auto _ : state) {

@@ -50,7 +50,10 @@ void loadStore(benchmark::State& state, const std::string& path) {
 void registerLoading(const std::string& path) {
     const std::string text = fileText(path);
     const auto add = [](const char* name, auto run) {
-        benchmark::RegisterBenchmark(name, run)->Unit(benchmark::kMillisecond)->Repetitions(5);
+        benchmark::RegisterBenchmark(name, run)
+            ->Unit(benchmark::kMillisecond)
+            ->MinTime(repetitionSeconds)
+            ->Repetitions(5);
     };
     add("load/line ends", [text](benchmark::State& state) { lineEnds(state, text); });
     add("load/validate", [text](benchmark::State& state) {

@@ -9,6 +9,10 @@ namespace velmora::benchmarks {
 /// What was measured, by name: seconds, or megabytes for the memory of a process.
 using Measurements = std::map<std::string, double>;
 
+/// How long each repetition of a benchmark runs; the shortest of them counts, so that many short
+/// ones tell more on a busy machine than few long ones.
+constexpr double repetitionSeconds = 0.1;
+
 /// Registers the benchmarks of each group. The word list must be there.
 void registerLoading(const std::string& wordListPath);
 void registerSearching(const std::string& wordListPath);

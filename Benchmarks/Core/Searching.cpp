@@ -31,7 +31,7 @@ void everyPosition(benchmark::State& state, std::size_t length, Search search) {
 
 template <typename Run>
 void add(const char* name, Run run) {
-    benchmark::RegisterBenchmark(name, run)->Repetitions(5);
+    benchmark::RegisterBenchmark(name, run)->MinTime(repetitionSeconds)->Repetitions(5);
 }
 
 using MakeRival = std::unique_ptr<Rival> (*)(const std::string&);

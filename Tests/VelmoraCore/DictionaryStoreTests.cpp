@@ -11,6 +11,7 @@
 #include "VelmoraCore/CanonicalText.h"
 #include "VelmoraCore/CedictParser.h"
 #include "VelmoraCore/SeedDictionary.h"
+#include "VelmoraCore/Utf8.h"
 
 namespace velmora {
 namespace {
@@ -138,6 +139,23 @@ TEST(DictionaryStore, equivalent_spellings_are_one_headword) {
     EXPECT_EQ(matched(store, "cafe\u0301", 3), "cafe\u0301");
     EXPECT_EQ(matched(store, "cafe", 3), "");
     EXPECT_EQ(matched(store, "\u8C48\uFE00", 0), "");
+}
+
+TEST(DictionaryStore, grows_amid_headwords_that_continue_each_other) {
+    std::vector<DictionaryEntry> entries;
+    std::vector<std::string> headwords;
+    std::string headword;
+    for (char32_t scalar = 0x4E00; scalar < 0x4E00 + 3000; ++scalar) {
+        appendUtf8(headword, scalar);
+        if (scalar % 100 == 0) {
+            headwords.push_back(headword);
+            entries.emplace_back(headword, headword, "a1", std::vector<EntryDefinition>());
+        }
+    }
+    const DictionaryStore store(entries);
+    for (const std::string& known : headwords) {
+        EXPECT_EQ(store.entries(known).size(), 1U);
+    }
 }
 
 TEST(DictionaryStore, grows_with_what_it_holds) {

@@ -5,6 +5,7 @@
 
 #include "Tests/Contracts/AtSpi/AtSpiBench.h"
 #include "Tests/Support/TextCapture/ExtractionStage.h"
+#include "Velmora/Platform/Linux/AtSpi/AtSpiBudget.h"
 
 // Programs that lie about their elements, one way each. Every one of them first answers rightly and
 // is read, so that a test that reads nothing afterwards has seen the lie and not a program that was
@@ -15,7 +16,10 @@ namespace {
 constexpr const char* content = "我们在学习中文词典";
 constexpr double screenHeight = 1000;
 constexpr std::chrono::milliseconds overdraft{1000};  // A busy machine wakes threads up late.
-constexpr long mostGrowth = 1024L * 1024;             // kB: some copies of the largest message.
+static_assert(AtSpiBudget::perQuery == std::chrono::milliseconds(300));
+static_assert(AtSpiBudget::perCall == std::chrono::milliseconds(200));
+static_assert(AtSpiBudget::forMainThread == std::chrono::milliseconds(20));
+constexpr long mostGrowth = 1024L * 1024;  // kB: some copies of the largest message.
 
 long greatestMemory() {
     rusage usage{};
@@ -109,7 +113,7 @@ TEST_F(AtSpiHostile, isLeftAloneWhileItIsSilent) {
     ASSERT_TRUE(bench->desktop().waitUntil([&] { return readsRightly(place); }));
     program->signalAll(SIGUSR1);
     EXPECT_FALSE(extractAt(place).has_value());
-    // Not a single call more: the window stands for the element and all the time is left.
+    // The window stands for the element.
     const auto window = bench->system().elementAtPosition(place);
     ASSERT_NE(window, nullptr);
     EXPECT_EQ(window->parent(), nullptr);

@@ -107,13 +107,14 @@ class FinishedQueue {
 /// Every part of the running program, in the order in which they are made; they go in reverse.
 class Application {
   public:
-    Application(const PlatformChoice& choice, LookupEngine engine)
-        : backends_(loadPlatform(choice)), engine_(std::move(engine)) {
+    Application(const PlatformChoice& choice, std::shared_ptr<const DictionaryStore> dictionary)
+        : backends_(loadPlatform(choice)), engine_(dictionary) {
         popover_.setFramePaintedObserver([] { noteHoverTime("painted"); });
         // The first hover takes a moment to come.
-        mainQueue_->post([this] {
+        mainQueue_->post([this, dictionary = std::move(dictionary)] {
             popover_.warmUp();
             noteHoverTime("ready");
+            backends_.startRecognition(dictionary);
         });
     }
 
@@ -234,7 +235,7 @@ int runApplication(int& argumentCount, char** arguments) {
     QGuiApplication::setApplicationName(QStringLiteral("Velmora"));
     // The toolkit's helpers sleep instead of waking up once more to end.
     QThreadPool::globalInstance()->setExpiryTimeout(-1);
-    const Application parts(*choice, LookupEngine(dictionary.get()));
+    const Application parts(*choice, dictionary.get());
     qCDebug(applicationLog) << "ready after" << sinceStart.elapsed() << "ms";
     return QGuiApplication::exec();
 }

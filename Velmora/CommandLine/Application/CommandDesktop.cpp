@@ -2,20 +2,36 @@
 #include "Velmora/CommandLine/Application/CommandDesktop.h"
 
 #include <QByteArray>
+#include <chrono>
 #include <cstdlib>
 #include <optional>
 
+#include "Velmora/CommandLine/Application/AwaitedRecognizer.h"
 #include "Velmora/CommandLine/Core/UsageError.h"
 #include "Velmora/Platform/Loader/GeneralServices.h"
+#include "VelmoraCore/BundledDictionary.h"
 
 namespace velmora {
+namespace {
+
+constexpr auto longestLoading = std::chrono::seconds(10);
+
+}  // namespace
 
 CommandDesktop::CommandDesktop(Screen screen)
     : choice_(prepare(screen)),
       backends_(screen == Screen::needed ? loadPlatform(choice_) : loadRecognition()),
       clock_(makeClock()),
       mainQueue_(makeMainQueue()),
-      queue_(makeSerialQueue(ExtractionServices::queueLabel)) {}
+      queue_(makeSerialQueue(ExtractionServices::queueLabel)) {
+    // Only what recognises pays for the languages.
+    backends_.textRecognizer = std::make_shared<AwaitedRecognizer>(
+        backends_.textRecognizer,
+        [start = backends_.startRecognition, wait = backends_.waitForRecognition] {
+            start(BundledDictionary::store());
+            wait(longestLoading);
+        });
+}
 
 CommandDesktop::~CommandDesktop() {
     // Whatever still reads does so on this queue, and with the backends.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <chrono>
+#include <functional>
 #include <memory>
 
 #include "Velmora/Platform/AccessibilitySystem.h"
@@ -18,6 +20,8 @@
 
 namespace velmora {
 
+class DictionaryStore;
+
 /// The desktop as the rest of the program sees it. Every member is there; what this desktop cannot
 /// give is of the unavailable kind.
 struct PlatformBackends {
@@ -33,6 +37,14 @@ struct PlatformBackends {
     std::shared_ptr<SystemPermissions> permissions;
     std::shared_ptr<TextRecognizer> textRecognizer;
     std::shared_ptr<TextRectangleDetector> textRectangleDetector;
+
+    /// Begins to load the languages of recognition in the background, and the words of this
+    /// dictionary, which may be null. Main thread, once.
+    std::function<void(std::shared_ptr<const DictionaryStore>)> startRecognition =
+        [](const std::shared_ptr<const DictionaryStore>&) {};
+    /// Waits for the languages; whether something can be read.
+    std::function<bool(std::chrono::milliseconds)> waitForRecognition =
+        [](std::chrono::milliseconds) { return true; };
 };
 
 }  // namespace velmora

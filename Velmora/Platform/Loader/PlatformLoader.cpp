@@ -5,6 +5,7 @@
 #include <QtGlobal>
 
 #include "Velmora/Platform/LinuxX11/X11Availability.h"
+#include "Velmora/Platform/Loader/Recognition.h"
 #include "Velmora/Platform/Loader/RecordedPlatform.h"
 #include "Velmora/Platform/Loader/UnavailablePlatform.h"
 #include "Velmora/Platform/Loader/X11Platform.h"
@@ -66,7 +67,9 @@ PlatformBackends loadPlatform(const PlatformChoice& choice) {
 }
 
 PlatformBackends loadRecognition() {
-    return loadUnavailablePlatform("not needed");
+    PlatformBackends backends = loadUnavailablePlatform("not needed");
+    addRecognition(backends);
+    return backends;
 }
 
 }  // namespace velmora

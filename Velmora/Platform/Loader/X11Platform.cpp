@@ -12,6 +12,7 @@
 #include "Velmora/Platform/LinuxX11/X11Screens.h"
 #include "Velmora/Platform/LinuxX11/X11WindowLocator.h"
 #include "Velmora/Platform/Loader/DesktopPermissions.h"
+#include "Velmora/Platform/Loader/Recognition.h"
 #include "Velmora/Platform/Loader/UnavailablePlatform.h"
 
 namespace velmora {
@@ -33,6 +34,7 @@ PlatformBackends loadX11Platform() {
         std::make_shared<AtSpiSystem>(accessibilityBus, *backends.windows, *screens);
     backends.permissions = std::make_shared<DesktopPermissions>(
         accessibilityBus, [possible = X11ScreenCapture::isPossible()] { return possible; });
+    addRecognition(backends);
     return backends;
 }
 

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+#include "Velmora/Platform/Loader/Recognition.h"
+
+#include <thread>
+#include <utility>
+
+#include "Velmora/Platform/Linux/Tesseract/LineDetector.h"
+#include "Velmora/Platform/Linux/Tesseract/TesseractRecognizer.h"
+#include "Velmora/Platform/Recognition/DictionaryWords.h"
+
+namespace velmora {
+namespace {
+
+/// The recogniser with the thread that works out its words, which ends with it.
+class LoadingRecognizer final : public TesseractRecognizer {
+  public:
+    LoadingRecognizer() : TesseractRecognizer(Options{}) {}
+    LoadingRecognizer(const LoadingRecognizer&) = delete;
+    LoadingRecognizer& operator=(const LoadingRecognizer&) = delete;
+    ~LoadingRecognizer() override {
+        if (words_.joinable()) {
+            words_.join();
+        }
+    }
+
+    void load(std::shared_ptr<const DictionaryStore> dictionary) {
+        start();
+        if (dictionary && !words_.joinable()) {
+            words_ = std::thread([this, dictionary = std::move(dictionary)] {
+                setWords(wordPatternsOf(*dictionary));
+            });
+        }
+    }
+
+  private:
+    std::thread words_;
+};
+
+}  // namespace
+
+void addRecognition(PlatformBackends& backends) {
+    const auto recognizer = std::make_shared<LoadingRecognizer>();
+    backends.textRecognizer = recognizer;
+    backends.textRectangleDetector = std::make_shared<LineDetector>();
+    backends.startRecognition = [recognizer](std::shared_ptr<const DictionaryStore> dictionary) {
+        recognizer->load(std::move(dictionary));
+    };
+    backends.waitForRecognition = [recognizer](std::chrono::milliseconds limit) {
+        return recognizer->waitUntilReady(limit);
+    };
+}
+
+}  // namespace velmora

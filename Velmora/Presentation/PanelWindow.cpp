@@ -49,6 +49,14 @@ void PanelWindow::orderOut() {
     hide();
 }
 
+void PanelWindow::setAlpha(double alpha) {
+    alpha_ = alpha;
+    setOpacity(alpha);
+    if (shadow_) {
+        shadow_->setOpacity(alpha);
+    }
+}
+
 void PanelWindow::prepare(QSize size) {
     resize(size);
     if (view_) {
@@ -73,6 +81,7 @@ void PanelWindow::applyShape() {
     setMask(QRegion());
     if (!shadow_) {
         shadow_ = std::make_unique<ShadowWindow>();
+        shadow_->setOpacity(alpha_);
     }
     shadow_->surround(geometry(), radius, theme_.colors().shadow);
     shadow_->show();

@@ -28,6 +28,11 @@ class PanelWindow : public QQuickWindow {
     void showAt(const QRect& frame);
     void orderOut();
 
+    /// How much of the panel and its shadow is to be seen, 0…1, where the desktop blends windows;
+    /// all of it to begin with.
+    void setAlpha(double alpha);
+    double alpha() const { return alpha_; }
+
     /// Makes everything that the first frame needs, without showing the window.
     void prepare(QSize size);
 
@@ -39,6 +44,7 @@ class PanelWindow : public QQuickWindow {
     Theme& theme_;
     std::unique_ptr<QQuickItem> view_;
     std::unique_ptr<ShadowWindow> shadow_;
+    double alpha_ = 1;
 };
 
 }  // namespace velmora

@@ -36,6 +36,10 @@ class Theme : public QObject {
     Q_PROPERTY(QColor accent READ accent NOTIFY changed)
     Q_PROPERTY(QColor material READ material NOTIFY changed)
     Q_PROPERTY(QColor helpTag READ helpTag NOTIFY changed)
+    Q_PROPERTY(QColor window READ window NOTIFY changed)
+    Q_PROPERTY(QColor group READ group NOTIFY changed)
+    Q_PROPERTY(QColor control READ control NOTIFY changed)
+    Q_PROPERTY(QColor tint READ tint NOTIFY changed)
     Q_PROPERTY(QColor materialStroke READ materialStroke NOTIFY changed)
 
   public:
@@ -62,6 +66,10 @@ class Theme : public QObject {
     QColor green() const { return colors().green; }
     QColor blue() const { return colors().blue; }
     QColor helpTag() const { return colors().helpTag; }
+    QColor window() const { return colors().window; }
+    QColor group() const { return colors().group; }
+    QColor control() const { return colors().control; }
+    QColor tint() const { return colors().tint; }
 
     /// The desktop's own colour for what is selected.
     QColor accent() const;

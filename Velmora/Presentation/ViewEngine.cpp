@@ -15,6 +15,9 @@ void qml_register_types_Velmora_Presentation();
 // for outside of any namespace.
 static void useModule() {
     Q_INIT_RESOURCE(velmora_symbols);
+#ifdef VELMORA_HAS_ANIMATIONS
+    Q_INIT_RESOURCE(velmora_animations);
+#endif
     Q_INIT_RESOURCE(qmake_Velmora_Presentation);
     Q_INIT_RESOURCE(velmora_presentation_raw_qml_0);
     Q_INIT_RESOURCE(qmlcache_velmora_presentation);

@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: MIT
+#include "Velmora/Presentation/ViewWindow.h"
+
+#include <QKeyEvent>
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "Velmora/Presentation/ShapePath.h"
+
+namespace velmora {
+
+namespace {
+
+/// What a title bar takes of the screen's height, about, in points.
+constexpr double titleBarHeight = 36;
+
+QSize wholeSize(const QQuickItem& view) {
+    return {static_cast<int>(std::ceil(view.implicitWidth())),
+            static_cast<int>(std::ceil(view.implicitHeight()))};
+}
+
+}  // namespace
+
+ViewWindow::ViewWindow(Theme& theme, std::unique_ptr<QQuickItem> view)
+    : theme_(theme), view_(std::move(view)) {
+    view_->setParentItem(contentItem());
+    resize(wholeSize(*view_));
+    view_->setSize(size());
+    connect(this, &QWindow::widthChanged, this, [this] { view_->setSize(size()); });
+    connect(this, &QWindow::heightChanged, this, [this] { view_->setSize(size()); });
+    connect(&theme_, &Theme::changed, this, &ViewWindow::applyTheme);
+    applyTheme();
+}
+
+ViewWindow::~ViewWindow() = default;
+
+void ViewWindow::makeFrameless() {
+    setFlags(Qt::Window | Qt::FramelessWindowHint);
+    QSurfaceFormat translucent = format();
+    translucent.setAlphaBufferSize(8);
+    setFormat(translucent);
+    setMinimumSize(size());
+    setMaximumSize(size());
+    applyTheme();
+}
+
+void ViewWindow::makeTitled(const Rect& visibleFrame) {
+    setFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+             Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint);
+    const int room = static_cast<int>(visibleFrame.height - titleBarHeight);
+    if (room > titleBarHeight) {
+        resize(width(), std::min(height(), room));
+    }
+    setMinimumSize(size());
+    setMaximumSize(size());
+}
+
+void ViewWindow::centerOn(const ScreenGeometry& screens) {
+    const std::vector<Screen> all = screens.screens();
+    if (all.empty()) {
+        return;
+    }
+    const Rect room = screens.logicalFromScreen(all.front().visibleFrame);
+    setPosition(static_cast<int>(std::lround(room.midX() - width() / 2.0)),
+                static_cast<int>(std::lround(room.midY() - height() / 2.0)));
+}
+
+void ViewWindow::present() {
+    view_->setFocus(true);
+    show();
+    applyTheme();
+    raise();
+    requestActivate();
+}
+
+void ViewWindow::dispose(std::unique_ptr<ViewWindow> window) {
+    if (window) {
+        window->closed_ = {};
+        window->hide();
+        window.release()->deleteLater();
+    }
+}
+
+bool ViewWindow::event(QEvent* event) {
+    const QEvent::Type type = event->type();
+    const bool handled = QQuickWindow::event(event);
+    if (type == QEvent::Close && event->isAccepted() && closed_) {
+        std::exchange(closed_, {})();
+    }
+    return handled;
+}
+
+void ViewWindow::applyTheme() {
+    if (!isFrameless()) {
+        setColor(theme_.colors().window);
+        return;
+    }
+    setColor(theme_.isCompositing() ? QColor(Qt::transparent) : theme_.colors().window);
+    const double radius = view_->property("cornerRadius").toDouble();
+    setMask(theme_.isCompositing() ? QRegion()
+                                   : roundedRegion(QRect(QPoint(0, 0), size()), radius));
+}
+
+}  // namespace velmora

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <functional>
+#include <memory>
+
+#include "Velmora/Platform/ScreenGeometrySource.h"
+#include "Velmora/Presentation/Theme.h"
+
+namespace velmora {
+
+/// An ordinary window that shows one view at the view's own size and follows the theme. It is made
+/// when it is to be shown and freed when it closes. Main thread.
+class ViewWindow : public QQuickWindow {
+    Q_OBJECT
+
+  public:
+    /// The theme outlives the window.
+    ViewWindow(Theme& theme, std::unique_ptr<QQuickItem> view);
+    ~ViewWindow() override;
+
+    QQuickItem& view() const { return *view_; }
+
+    /// Called once when the user closes the window.
+    void setClosedHandler(std::function<void()> handler) { closed_ = std::move(handler); }
+
+    /// A window that its view draws whole, with corners of the view's `cornerRadius` and no frame.
+    void makeFrameless();
+
+    /// A window with a title bar that can be closed and put away, of a fixed size that fits this
+    /// part of the screen.
+    void makeTitled(const Rect& visibleFrame);
+
+    /// Puts the window into the middle of the primary screen's visible frame.
+    void centerOn(const ScreenGeometry& screens);
+
+    /// Shows it with the focus on its view.
+    void present();
+
+    /// Takes the window off the screen and frees it once the current event is over.
+    static void dispose(std::unique_ptr<ViewWindow> window);
+
+  protected:
+    bool event(QEvent* event) override;
+
+  private:
+    void applyTheme();
+    bool isFrameless() const { return flags().testFlag(Qt::FramelessWindowHint); }
+
+    Theme& theme_;
+    std::unique_ptr<QQuickItem> view_;
+    std::function<void()> closed_;
+};
+
+}  // namespace velmora

@@ -17,12 +17,9 @@
 #include "Velmora/Coordination/AppModel.h"
 #include "Velmora/Coordination/HoverTimes.h"
 #include "Velmora/Coordination/SingleInstanceGuard.h"
+#include "Velmora/Coordination/SoftwareUpdateController.h"
 #include "Velmora/Coordination/SpeechService.h"
 #include "Velmora/Coordination/StatusBarController.h"
-#include "Velmora/Coordination/Unavailable/UnavailableLaunchFlash.h"
-#include "Velmora/Coordination/Unavailable/UnavailableOnboarding.h"
-#include "Velmora/Coordination/Unavailable/UnavailableSettings.h"
-#include "Velmora/Coordination/Unavailable/UnavailableSoftwareUpdates.h"
 #include "Velmora/Diagnostics/AnalyticsService.h"
 #include "Velmora/Diagnostics/NetworkHttpPoster.h"
 #include "Velmora/Diagnostics/QALog.h"
@@ -37,11 +34,18 @@
 #include "Velmora/Platform/Linux/StatusNotifier/StatusNotifierItem.h"
 #include "Velmora/Platform/Linux/SystemClock.h"
 #include "Velmora/Platform/Linux/TerminationSignals.h"
+#include "Velmora/Platform/Linux/Updates/DesktopPackageInstaller.h"
+#include "Velmora/Platform/Linux/Updates/NetworkHttpFetcher.h"
+#include "Velmora/Platform/Linux/Updates/SodiumSignatureVerifier.h"
 #include "Velmora/Platform/Linux/XdgPaths.h"
 #include "Velmora/Platform/Loader/PlatformLoader.h"
 #include "Velmora/Presentation/HighlightOverlayController.h"
+#include "Velmora/Presentation/LaunchFlashController.h"
+#include "Velmora/Presentation/OnboardingWindowController.h"
 #include "Velmora/Presentation/PopoverPanelController.h"
+#include "Velmora/Presentation/SettingsWindowController.h"
 #include "Velmora/Presentation/Theme.h"
+#include "Velmora/Presentation/UpdateWindowController.h"
 #include "Velmora/Presentation/ViewEngine.h"
 #include "Velmora/TextCapture/AccessibilityTextExtractor.h"
 #include "VelmoraCore/BundledDictionary.h"
@@ -80,6 +84,12 @@ ProductInformation productInformation() {
             }};
 }
 
+DesktopPackageInstaller packageInstaller() {
+    const auto cache = xdg::cacheHome();
+    return {QCoreApplication::applicationFilePath().toStdString(),
+            cache ? (*cache / "Velmora").string() : std::string()};
+}
+
 /// The word list is read while the toolkit starts.
 std::future<std::shared_ptr<const DictionaryStore>> loadDictionary() {
     // Without its folder the program ends here, on the main thread.
@@ -116,6 +126,8 @@ class Application {
             noteHoverTime("ready");
             backends_.startRecognition(dictionary);
         });
+        onboarding_.attach(model_);
+        settingsWindow_.attach(model_);
     }
 
   private:
@@ -172,8 +184,6 @@ class Application {
         return std::make_unique<SerialWorkerQueue>(label);
     }
 
-    static constexpr const char* notYet = "not part of this build";
-
     std::shared_ptr<SystemClock> clock_ = std::make_shared<SystemClock>();
     std::shared_ptr<EventLoopMainQueue> mainQueue_ = std::make_shared<EventLoopMainQueue>();
     std::shared_ptr<SerialWorkerQueue> extractionQueue_ =
@@ -187,7 +197,6 @@ class Application {
     AnalyticsService analytics_{settings_, poster_, *clock_, productInformation()};
     SpeechDispatcherSynthesizer synthesizer_;
     SpeechService speech_{synthesizer_};
-    UnavailableSoftwareUpdates softwareUpdates_{notYet};
     LookupEngine engine_;
     std::shared_ptr<AccessibilityTextExtractor> extractor_ =
         AccessibilityTextExtractor::create(extractionServices());
@@ -195,9 +204,19 @@ class Application {
     ViewEngine views_{theme_};
     PopoverPanelController popover_{speech_, *backends_.screenGeometry, views_};
     HighlightOverlayController highlight_{*backends_.screenGeometry, theme_};
-    UnavailableLaunchFlash launchFlash_{notYet};
-    UnavailableOnboarding onboarding_{notYet};
-    UnavailableSettings settingsWindow_{notYet};
+    LaunchFlashController launchFlash_{*clock_, *backends_.screenGeometry, views_};
+    OnboardingWindowController onboarding_{views_, *backends_.screenGeometry};
+    SettingsWindowController settingsWindow_{views_, *backends_.screenGeometry, *backends_.shell,
+                                             settings_};
+    UpdateWindowController updateWindow_{views_, *backends_.screenGeometry, *backends_.shell};
+    NetworkHttpFetcher fetcher_;
+    SodiumSignatureVerifier verifier_;
+    DesktopPackageInstaller installer_ = packageInstaller();
+    SerialWorkerQueue updateQueue_{"com.velmora.updates"};
+    SoftwareUpdateController softwareUpdates_{
+        {VELMORA_UPDATE_FEED_URL, VELMORA_UPDATE_PUBLIC_KEY, VELMORA_VERSION},
+        {fetcher_, verifier_, installer_, *clock_, updateWindow_, updateQueue_, *mainQueue_}};
+    FinishedQueue finishedUpdates_{updateQueue_};
     StatusNotifierItem statusItem_{*clock_};
     StatusBarController statusBar_{{.item = statusItem_,
                                     .settings = settingsWindow_,

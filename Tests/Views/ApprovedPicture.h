@@ -13,6 +13,6 @@ namespace velmora::test {
 /// versions of the font rasteriser and none for a line that moved by a pixel. Where they do not
 /// agree, the actual picture and one of the differences are left in the build folder. With
 /// VELMORA_APPROVE=1 in the environment the picture becomes the approved one.
-testing::AssertionResult matchesApproved(const QImage& actual, const std::string& name);
+::testing::AssertionResult matchesApproved(const QImage& actual, const std::string& name);
 
 }  // namespace velmora::test

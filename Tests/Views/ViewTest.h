@@ -16,7 +16,7 @@
 namespace velmora::test {
 
 /// A popover controller over one screen of 1600 × 1000 points without a display.
-class ViewTest : public testing::Test {
+class ViewTest : public ::testing::Test {
   protected:
     static constexpr Rect anchor{700, 600, 60, 24};
 

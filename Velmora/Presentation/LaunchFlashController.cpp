@@ -15,6 +15,7 @@ namespace {
 constexpr double cornerRadius = 20;
 constexpr double distanceFromTop = 24;
 constexpr double secondsPerStep = 1.0 / 60;
+constexpr double leastStep = 0.001;  ///< No timer is finer.
 
 QEasingCurve bezier(QPointF first, QPointF second) {
     QEasingCurve curve(QEasingCurve::BezierSpline);
@@ -94,7 +95,8 @@ void LaunchFlashController::fade(double target, double duration, const QEasingCu
 
 void LaunchFlashController::step() {
     const double elapsed = clock_.uptime() - start_;
-    const double progress = elapsed >= duration_ ? 1 : std::max(0.0, elapsed / duration_);
+    const double progress =
+        elapsed >= duration_ - leastStep ? 1 : std::max(0.0, elapsed / duration_);
     panel_->setAlpha(from_ + (target_ - from_) * curve_.valueForProgress(progress));
     if (progress < 1) {
         nextStep_ =

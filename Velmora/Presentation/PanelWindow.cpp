@@ -51,6 +51,9 @@ void PanelWindow::orderOut() {
 
 void PanelWindow::setAlpha(double alpha) {
     alpha_ = alpha;
+    if (!theme_.isCompositing()) {
+        return;
+    }
     setOpacity(alpha);
     if (shadow_) {
         shadow_->setOpacity(alpha);

@@ -37,7 +37,7 @@ Item {
     Column {
         x: Math.round((root.width - width) / 2)
         anchors.verticalCenter: parent.verticalCenter
-        spacing: 10
+        spacing: 8
 
         StepDots {
             objectName: "dots"
@@ -49,6 +49,9 @@ Item {
         Label {
             objectName: "caption"
             anchors.horizontalCenter: parent.horizontalCenter
+            width: 180
+            wrapMode: Text.Wrap
+            horizontalAlignment: Text.AlignHCenter
             text: qsTr("Velmora will keep running from the menu bar.")
             font: Theme.caption()
             color: Theme.secondaryLabel

@@ -11,7 +11,7 @@ Item {
 
     Column {
         anchors.centerIn: parent
-        width: 620
+        width: 668
         spacing: 12
 
         Label {

@@ -21,7 +21,7 @@ FormRow {
 
         objectName: "slider"
         anchors.verticalCenter: parent.verticalCenter
-        width: 250
+        width: 314 - root.readingWidth // The sliders of a form begin below one another.
         name: root.text
         source: root.source
         minimumValue: root.minimumValue

@@ -25,7 +25,7 @@ FocusScope {
             return qsTr("Downloading, %1%").arg(Math.floor(progress * 100));
         if (hasOffer && message !== "")
             return message;
-        return currentVersion !== "" ? qsTr("You have version %1.").arg(currentVersion) : "";
+        return currentVersion !== "" && !message.includes(currentVersion) ? qsTr("You have version %1.").arg(currentVersion) : "";
     }
 
     signal install

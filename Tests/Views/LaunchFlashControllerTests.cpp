@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: MIT
+#include <QGuiApplication>
+#include <QPainter>
+
+#include "Tests/Views/WindowTest.h"
+#include "Velmora/Presentation/AnimatedGIFView.h"
+
+namespace velmora::test {
+
+namespace {
+
+class LaunchFlashControllerTest : public WindowTest {
+  protected:
+    double alpha() const { return flash.panel()->alpha(); }
+    bool isVisible() const { return flash.panel()->isVisible(); }
+};
+
+TEST_F(LaunchFlashControllerTest, HasNoPanelBeforeTheFirstFlash) {
+    EXPECT_EQ(flash.panel(), nullptr);
+}
+
+TEST_F(LaunchFlashControllerTest, FadesInStaysAndFadesOut) {
+    flash.flash();
+    EXPECT_TRUE(isVisible());
+    EXPECT_EQ(alpha(), 0);
+    world.clock.advance(0.11);
+    // Ease-out is past the middle at half of its time.
+    EXPECT_GT(alpha(), 0.6);
+    EXPECT_LT(alpha(), 1);
+    world.clock.advance(0.12);
+    EXPECT_EQ(alpha(), 1);
+    world.clock.advance(1.36);
+    EXPECT_EQ(alpha(), 1);
+    world.clock.advance(0.21);
+    // Ease-in is before the middle at half of its time.
+    EXPECT_GT(alpha(), 0.6);
+    EXPECT_LT(alpha(), 1);
+    EXPECT_TRUE(isVisible());
+    world.clock.advance(0.21);
+    EXPECT_EQ(alpha(), 0);
+    EXPECT_FALSE(isVisible());
+    EXPECT_EQ(world.clock.pendingTimers(), 0U);
+}
+
+TEST_F(LaunchFlashControllerTest, ASecondFlashStaysItsWholeTime) {
+    flash.flash();
+    const PanelWindow* first = flash.panel();
+    world.clock.advance(1.5);
+    flash.flash();
+    EXPECT_EQ(flash.panel(), first);
+    world.clock.advance(1.55);
+    EXPECT_EQ(alpha(), 1);
+    world.clock.advance(0.5);
+    EXPECT_FALSE(isVisible());
+}
+
+TEST_F(LaunchFlashControllerTest, AFlashDuringTheFadeOutBeginsAnew) {
+    flash.flash();
+    world.clock.advance(1.8);
+    ASSERT_LT(alpha(), 1);
+    flash.flash();
+    world.clock.advance(0.5);
+    EXPECT_EQ(alpha(), 1);
+    EXPECT_TRUE(isVisible());
+    world.clock.advance(1.6);
+    EXPECT_FALSE(isVisible());
+}
+
+TEST_F(LaunchFlashControllerTest, WithoutACompositorItComesAndGoesAtOnce) {
+    compositor.set(false);
+    flash.flash();
+    EXPECT_TRUE(isVisible());
+    EXPECT_EQ(alpha(), 1);
+    world.clock.advance(1.59);
+    EXPECT_TRUE(isVisible());
+    world.clock.advance(0.02);
+    EXPECT_FALSE(isVisible());
+}
+
+TEST_F(LaunchFlashControllerTest, StandsUnderTheUpperEdgeOfThePrimaryScreensVisibleFrame) {
+    const double ratio = qGuiApp->devicePixelRatio();
+    screens.set({{1,
+                  {0, 0, 1600 * ratio, 1000 * ratio},
+                  ratio,
+                  {100 * ratio, 30 * ratio, 1500 * ratio, 970 * ratio}},
+                 {2, {1600 * ratio, 0, 800 * ratio, 600 * ratio}, ratio, {}}});
+    flash.flash();
+    const QRect frame = flash.panel()->geometry();
+    EXPECT_EQ(frame.y(), 30 + 24);
+    EXPECT_NEAR(frame.x() + frame.width() / 2.0, 850, 0.5);
+}
+
+TEST_F(LaunchFlashControllerTest, WithoutAScreenItStaysWhereItWas) {
+    flash.flash();
+    const QRect before = flash.panel()->geometry();
+    screens.set({});
+    flash.flash();
+    EXPECT_EQ(flash.panel()->geometry(), before);
+}
+
+TEST_F(LaunchFlashControllerTest, LetsClicksThroughAndNeverHasTheFocus) {
+    flash.flash();
+    const Qt::WindowFlags flags = flash.panel()->flags();
+    EXPECT_TRUE(flags.testFlag(Qt::WindowTransparentForInput));
+    EXPECT_TRUE(flags.testFlag(Qt::WindowDoesNotAcceptFocus));
+    EXPECT_TRUE(flags.testFlag(Qt::WindowStaysOnTopHint));
+    EXPECT_TRUE(world.journal.empty());
+}
+
+TEST_F(LaunchFlashControllerTest, LaysOutMarkNameAndNote) {
+    flash.flash();
+    QQuickItem& view = *flash.panel()->view();
+    EXPECT_EQ(view.property("cornerRadius").toDouble(), 20);
+    QQuickItem& mark = named(view, QStringLiteral("mark"));
+    EXPECT_EQ(mark.property("text").toString(), QStringLiteral("知道"));
+    EXPECT_NEAR(mark.property("font").value<QFont>().pointSizeF() * 96 / 72, 32, 1e-9);
+    EXPECT_EQ(mark.mapToItem(&view, {}).x(), 22);
+    QQuickItem& name = named(view, QStringLiteral("name"));
+    QQuickItem& note = named(view, QStringLiteral("note"));
+    EXPECT_EQ(name.property("text").toString(), QStringLiteral("Velmora"));
+    EXPECT_EQ(note.property("text").toString(), QStringLiteral("Running in your menu bar"));
+    EXPECT_EQ(name.mapToItem(&view, {}).x(), 22 + mark.width() + 14);
+    EXPECT_EQ(note.y(), name.y() + name.height() + 2);
+    EXPECT_NEAR(view.implicitHeight(), mark.height() + 32, 1);
+}
+
+TEST_F(LaunchFlashControllerTest, AMissingAnimationLeavesItsViewEmpty) {
+    AnimatedGIFView view;
+    view.setSize({520, 303});
+    view.setResourceName(QStringLiteral("no-such-animation"));
+    EXPECT_FALSE(view.hasAnimation());
+    QImage image(520, 303, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    view.paint(&painter);
+    view.setPlaying(false);
+    EXPECT_EQ(image.pixelColor(260, 150).alpha(), 0);
+}
+
+}  // namespace
+
+}  // namespace velmora::test

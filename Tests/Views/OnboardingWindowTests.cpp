@@ -1,0 +1,218 @@
+// SPDX-License-Identifier: MIT
+#include <QPointer>
+#include <QTest>
+#include <cmath>
+#include <numbers>
+
+#include "Tests/Views/WindowTest.h"
+
+namespace velmora::test {
+
+namespace {
+
+class OnboardingWindowTest : public WindowTest {
+  protected:
+    OnboardingWindowTest() { open(true, "Continue in Menu Bar"); }
+
+    void open(bool isFirstLaunch, const char* title) {
+        onboarding.open(
+            isFirstLaunch, title, [this] { ++completed; }, [this] { ++closed; });
+        EXPECT_TRUE(QTest::qWaitForWindowActive(onboarding.window()));
+    }
+    ViewWindow& window() { return *onboarding.window(); }
+    QQuickItem& part(const char* name) { return named(window().view(), QString::fromLatin1(name)); }
+    int step() { return window().view().property("step").toInt(); }
+    QString mainTitle() { return part("main").property("text").toString(); }
+    void moveTo(int target) {
+        QMetaObject::invokeMethod(&window().view(), "move", Q_ARG(int, target));
+    }
+
+    int completed = 0;
+    int closed = 0;
+};
+
+TEST_F(OnboardingWindowTest, IsABorderlessRoundWindowOfItsSize) {
+    EXPECT_EQ(window().title(), QStringLiteral("Velmora Onboarding"));
+    EXPECT_EQ(window().size(), QSize(720, 680));
+    EXPECT_TRUE(window().flags().testFlag(Qt::FramelessWindowHint));
+    EXPECT_EQ(window().view().property("cornerRadius").toDouble(), 30);
+    EXPECT_EQ(window().geometry().center(), QPoint(799, 499));
+    EXPECT_EQ(window().color().alpha(), 0);
+    compositor.set(false);
+    EXPECT_EQ(window().color(), theme.window());
+    EXPECT_FALSE(window().mask().isEmpty());
+    EXPECT_FALSE(window().mask().contains(QPoint(2, 2)));
+    EXPECT_TRUE(window().mask().contains(QPoint(360, 2)));
+}
+
+TEST_F(OnboardingWindowTest, WalksThroughTheStepsAndBack) {
+    EXPECT_EQ(step(), 0);
+    EXPECT_FALSE(part("back").isEnabled());
+    EXPECT_EQ(mainTitle(), QStringLiteral("Continue"));
+    clickOn(part("main"));
+    EXPECT_EQ(step(), 1);
+    EXPECT_TRUE(part("back").isEnabled());
+    EXPECT_EQ(mainTitle(), QStringLiteral("Continue"));
+    EXPECT_EQ(part("main").property("symbol").toString(), QStringLiteral("chevron.right"));
+    clickOn(part("main"));
+    EXPECT_EQ(step(), 2);
+    EXPECT_EQ(mainTitle(), QStringLiteral("Continue in Menu Bar"));
+    EXPECT_EQ(part("main").property("symbol").toString(), QStringLiteral("checkmark"));
+    EXPECT_EQ(window().view().property("transitionDirection").toInt(), 1);
+    clickOn(part("back"));
+    EXPECT_EQ(step(), 1);
+    EXPECT_EQ(window().view().property("transitionDirection").toInt(), -1);
+    clickOn(part("main"));
+    EXPECT_EQ(completed, 0);
+    clickOn(part("main"));
+    EXPECT_EQ(completed, 1);
+    EXPECT_EQ(closed, 0);
+    EXPECT_NE(onboarding.window(), nullptr);
+}
+
+TEST_F(OnboardingWindowTest, ReadsDoneWhenItIsOpenedLater) {
+    onboarding.close();
+    open(false, "Done");
+    moveTo(2);
+    EXPECT_EQ(mainTitle(), QStringLiteral("Done"));
+}
+
+TEST_F(OnboardingWindowTest, MovingToTheSameStepDoesNothing) {
+    moveTo(2);
+    EXPECT_EQ(window().view().property("transitionDirection").toInt(), 1);
+    moveTo(0);
+    EXPECT_EQ(window().view().property("transitionDirection").toInt(), -1);
+    window().view().setProperty("elapsed", 5.0);
+    moveTo(0);
+    EXPECT_EQ(window().view().property("transitionDirection").toInt(), -1);
+    EXPECT_EQ(window().view().property("previousStep").toInt(), 2);
+}
+
+TEST_F(OnboardingWindowTest, SlidesAsACriticallyDampedSpring) {
+    QQuickItem& view = window().view();
+    for (const double seconds : {0.0, 0.1, 0.25, 0.5}) {
+        view.setProperty("elapsed", seconds);
+        const double angle = 2 * std::numbers::pi / 0.38 * seconds;
+        EXPECT_NEAR(view.property("displacement").toDouble(), (1 + angle) * std::exp(-angle), 1e-9);
+    }
+    view.setProperty("previousStep", 0);
+    view.setProperty("step", 1);
+    view.setProperty("elapsed", 0.1);
+    EXPECT_GT(part("lookup").x(), 0);
+    EXPECT_LT(part("welcome").x(), 0);
+    EXPECT_TRUE(part("welcome").isVisible());
+    view.setProperty("transitionDirection", -1);
+    EXPECT_LT(part("lookup").x(), 0);
+    EXPECT_GT(part("welcome").x(), 0);
+    view.setProperty("elapsed", 1.0);
+    EXPECT_EQ(part("lookup").x(), 0);
+    EXPECT_FALSE(part("welcome").isVisible());
+}
+
+TEST_F(OnboardingWindowTest, TheSlideRunsToItsEnd) {
+    clickOn(part("main"));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !part("welcome").isVisible(); }, 30000));
+    EXPECT_EQ(part("lookup").x(), 0);
+}
+
+TEST_F(OnboardingWindowTest, CloseButtonAndEscapeComplete) {
+    clickOn(part("close"));
+    EXPECT_EQ(completed, 1);
+    press(window(), Qt::Key_Escape);
+    EXPECT_EQ(completed, 2);
+}
+
+TEST_F(OnboardingWindowTest, TellsOnceThatItClosed) {
+    const QPointer<ViewWindow> shown = &window();
+    window().close();
+    EXPECT_EQ(closed, 1);
+    EXPECT_EQ(onboarding.window(), nullptr);
+    onboarding.close();
+    EXPECT_EQ(closed, 1);
+    QTest::qWait(1);
+    EXPECT_TRUE(shown.isNull());
+}
+
+TEST_F(OnboardingWindowTest, ClosedByTheModelItTellsToo) {
+    onboarding.close();
+    EXPECT_EQ(closed, 1);
+    EXPECT_EQ(completed, 0);
+    EXPECT_EQ(onboarding.window(), nullptr);
+}
+
+TEST_F(OnboardingWindowTest, CompletingMayCloseTheWindowAtOnce) {
+    onboarding.close();
+    onboarding.open(
+        true, "Done", [this] { onboarding.close(); }, [this] { ++closed; });
+    press(window(), Qt::Key_Escape);
+    EXPECT_EQ(closed, 2);
+    EXPECT_EQ(onboarding.window(), nullptr);
+}
+
+TEST_F(OnboardingWindowTest, GoesWithTheModelWithoutAWord) {
+    world.model.reset();
+    EXPECT_EQ(onboarding.window(), nullptr);
+    EXPECT_EQ(closed, 0);
+}
+
+TEST_F(OnboardingWindowTest, AsksForPermissions) {
+    world.permissions.accessibility = false;
+    world.permissions.screenCapture = false;
+    world.model->refreshPermissions();
+    moveTo(2);
+    window().view().setProperty("elapsed", 5.0);
+    QQuickItem& accessibility = part("accessibility");
+    QQuickItem& recording = part("screenRecording");
+    QQuickItem& status = named(accessibility, QStringLiteral("status"));
+    EXPECT_EQ(status.property("name").toString(),
+              QStringLiteral("lock.open.trianglebadge.exclamationmark"));
+    EXPECT_EQ(status.property("color").value<QColor>(), theme.orange());
+    clickOn(named(accessibility, QStringLiteral("request")));
+    EXPECT_EQ(world.permissions.prompts, 1);
+    clickOn(named(recording, QStringLiteral("request")));
+    EXPECT_EQ(world.permissions.requests, 1);
+    world.permissions.panes.clear();
+    clickOn(named(accessibility, QStringLiteral("openSettings")));
+    clickOn(named(recording, QStringLiteral("openSettings")));
+    EXPECT_EQ(world.permissions.panes,
+              (std::vector<std::string>{"Privacy_Accessibility", "Privacy_ScreenCapture"}));
+    world.permissions.accessibility = true;
+    clickOn(part("refresh"));
+    EXPECT_EQ(status.property("name").toString(), QStringLiteral("checkmark.seal.fill"));
+    EXPECT_EQ(status.property("color").value<QColor>(), theme.green());
+    clickOn(part("hoverSwitch"));
+    EXPECT_TRUE(world.model->hoverLookupEnabled());
+}
+
+TEST_F(OnboardingWindowTest, TheKeyboardAloneIsEnough) {
+    press(window(), Qt::Key_Return);
+    EXPECT_EQ(step(), 1);
+    press(window(), Qt::Key_Return);
+    EXPECT_EQ(step(), 2);
+    std::vector<std::string> names;
+    for (int i = 0; i < 9; ++i) {
+        press(window(), Qt::Key_Tab);
+        names.push_back(window().activeFocusItem()->objectName().toStdString());
+    }
+    EXPECT_EQ(names, (std::vector<std::string>{"request", "openSettings", "request", "openSettings",
+                                               "hoverSwitch", "refresh", "back", "main", "close"}));
+    part("hoverSwitch").forceActiveFocus(Qt::TabFocusReason);
+    press(window(), Qt::Key_Space);
+    EXPECT_TRUE(world.model->hoverLookupEnabled());
+    press(window(), Qt::Key_Return);
+    EXPECT_EQ(completed, 1);
+}
+
+TEST_F(OnboardingWindowTest, NothingInTheFooterOverlaps) {
+    moveTo(2);
+    QQuickItem& caption = part("caption");
+    QQuickItem& main = part("main");
+    EXPECT_LT(caption.mapToScene({caption.width(), 0}).x(), main.mapToScene({}).x());
+    EXPECT_EQ(items(window().view(), QStringLiteral("dot")).size(), 3);
+    QQuickItem& demo = part("demoFrame");
+    EXPECT_EQ(QSizeF(demo.width(), demo.height()), QSizeF(520, 303));
+}
+
+}  // namespace
+
+}  // namespace velmora::test

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#include "Tests/Views/WindowTest.h"
+
+#include <QTest>
+
+namespace velmora::test {
+
+namespace {
+
+using ColorScheme = DesktopAppearance::ColorScheme;
+
+/// Long enough for every animation of a control to end.
+constexpr int settlingMilliseconds = 400;
+
+}  // namespace
+
+void WindowTest::clickOn(QQuickItem& item) {
+    clickAt(item, {item.width() / 2, item.height() / 2});
+}
+
+void WindowTest::clickAt(QQuickItem& item, QPointF position) {
+    QTest::mouseClick(item.window(), Qt::LeftButton, Qt::NoModifier,
+                      item.mapToScene(position).toPoint());
+}
+
+void WindowTest::press(QWindow& window, int key, Qt::KeyboardModifiers modifiers) {
+    QTest::keyClick(&window, static_cast<Qt::Key>(key), modifiers);
+}
+
+void WindowTest::compare(QQuickWindow& window, const std::string& name) {
+    const int ratio = static_cast<int>(window.devicePixelRatio());
+    const std::string suffix = ratio == 1 ? "" : "@" + std::to_string(ratio) + "x";
+    for (const auto& [scheme, scheme_name] :
+         {std::pair(ColorScheme::light, "light"), std::pair(ColorScheme::dark, "dark")}) {
+        appearance.set(scheme);
+        if (window.color().alpha() == 0) {
+            window.setColor(QColor(0x8a, 0x9b, 0xae));  // Stands for what lies below.
+        }
+        QTest::qWait(settlingMilliseconds);
+        EXPECT_TRUE(matchesApproved(window.grabWindow().convertToFormat(QImage::Format_RGB32),
+                                    name + "-" + scheme_name + suffix));
+        if (window.flags().testFlag(Qt::FramelessWindowHint)) {
+            window.setColor(Qt::transparent);
+        }
+    }
+}
+
+}  // namespace velmora::test

@@ -68,6 +68,7 @@ TEST_F(SettingsWindowTest, EscapeClosesIt) {
 
 TEST_F(SettingsWindowTest, ComesBackWhereItWasClosed) {
     window().setPosition(111, 222);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return window().position() == QPoint(111, 222); }, 30000));
     window().close();
     EXPECT_EQ(world.settings.text("Windows/Velmora Settings").value_or("").substr(0, 12),
               "111 222 520 ");

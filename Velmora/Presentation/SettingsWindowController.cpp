@@ -94,7 +94,7 @@ void SettingsWindowController::rememberFrame() {
     if (!window_) {
         return;
     }
-    const QRect frame = window_->geometry();
+    const QRect frame = window_->lastFrame();
     settings_.setText(frameKey, QStringLiteral("%1 %2 %3 %4")
                                     .arg(frame.x())
                                     .arg(frame.y())

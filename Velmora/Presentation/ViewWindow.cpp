@@ -84,6 +84,9 @@ void ViewWindow::dispose(std::unique_ptr<ViewWindow> window) {
 
 bool ViewWindow::event(QEvent* event) {
     const QEvent::Type type = event->type();
+    if (type == QEvent::Close) {
+        closingFrame_ = geometry();
+    }
     const bool handled = QQuickWindow::event(event);
     if (type == QEvent::Close && event->isAccepted() && closed_) {
         std::exchange(closed_, {})();

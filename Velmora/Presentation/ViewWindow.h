@@ -39,6 +39,9 @@ class ViewWindow : public QQuickWindow {
     /// Shows it with the focus on its view.
     void present();
 
+    /// Where the window stands, or stood when it was closed, in Qt's logical coordinates.
+    QRect lastFrame() const { return handle() != nullptr ? geometry() : closingFrame_; }
+
     /// Takes the window off the screen and frees it once the current event is over.
     static void dispose(std::unique_ptr<ViewWindow> window);
 
@@ -52,6 +55,7 @@ class ViewWindow : public QQuickWindow {
     Theme& theme_;
     std::unique_ptr<QQuickItem> view_;
     std::function<void()> closed_;
+    QRect closingFrame_;
 };
 
 }  // namespace velmora

@@ -44,7 +44,7 @@ Item {
             width: parent.width
             title: qsTr("Accessibility")
             detail: qsTr("Reads native text near the cursor and monitors hover dwell.")
-            granted: root.permissions.accessibilityGranted
+            granted: root.permissions?.accessibilityGranted ?? false
             requestTitle: qsTr("Request")
             settingsTitle: qsTr("Open Settings")
             onRequest: root.permissions.requestAccessibility()
@@ -56,7 +56,7 @@ Item {
             width: parent.width
             title: qsTr("Screen Recording")
             detail: qsTr("Captures a small region for OCR when an app does not expose text.")
-            granted: root.permissions.screenRecordingGranted
+            granted: root.permissions?.screenRecordingGranted ?? false
             requestTitle: qsTr("Request")
             settingsTitle: qsTr("Open Settings")
             onRequest: root.permissions.requestScreenRecording()
@@ -76,7 +76,7 @@ Item {
                     objectName: "hoverSwitch"
                     anchors.verticalCenter: parent.verticalCenter
                     name: qsTr("Enable hover lookup")
-                    checked: root.model.hoverLookupEnabled
+                    checked: root.model?.hoverLookupEnabled ?? false
                     onToggled: checked => root.model.hoverLookupEnabled = checked
                 }
 

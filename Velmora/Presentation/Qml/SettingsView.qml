@@ -130,14 +130,14 @@ FocusScope {
                 GrantRow {
                     objectName: "accessibility"
                     text: qsTr("Accessibility")
-                    granted: root.permissions.accessibilityGranted
+                    granted: root.permissions?.accessibilityGranted ?? false
                     onOpenSettings: root.permissions.openAccessibilitySettings()
                 }
 
                 GrantRow {
                     objectName: "screenRecording"
                     text: qsTr("Screen Recording")
-                    granted: root.permissions.screenRecordingGranted
+                    granted: root.permissions?.screenRecordingGranted ?? false
                     onOpenSettings: root.permissions.openScreenRecordingSettings()
                 }
 

@@ -67,7 +67,9 @@ TEST_F(SettingsWindowTest, EscapeClosesIt) {
 }
 
 TEST_F(SettingsWindowTest, ComesBackWhereItWasClosed) {
+    QTest::qWait(50);  // The window system reports where it showed the window.
     window().setPosition(111, 222);
+    QTest::qWait(50);
     ASSERT_TRUE(QTest::qWaitFor([this] { return window().position() == QPoint(111, 222); }, 30000));
     window().close();
     EXPECT_EQ(world.settings.text("Windows/Velmora Settings").value_or("").substr(0, 12),

@@ -241,6 +241,8 @@ void HoverStage::select(std::size_t line, std::size_t first, std::size_t last) {
     }
     desktop_.movePointer(end, y);
     desktop_.releaseButton(1);
+    // No hand goes on within a millisecond; who asks late where the pointer is would miss the way.
+    desktop_.settledScreenshot(lines_.at(line).ink);
 }
 
 }  // namespace velmora::test

@@ -78,7 +78,9 @@ class Demonstration {
 
     void show(const Hover& hover, const std::string& name) {
         if (!hover.popover) {
-            throw std::runtime_error("no lookup appeared; the record: " + hover.record.dump());
+            throw std::runtime_error("no lookup appeared; the record: " + hover.record.dump() +
+                                     "\n" + stage_.velmora().command({"diagnostics"}).output +
+                                     stage_.velmora().log());
         }
         const Image screen = stage_.desktop().settledScreenshot({0, 0, width, height});
         QImage picture(screen.width(), screen.height(), QImage::Format_ARGB32);

@@ -103,7 +103,11 @@ const std::vector<ReadProgram>& ReadProgram::all() {
         {"qt-sample", VELMORA_BUILD_FOLDER "/velmora_qt_sample", "Qt 6", true, qtSample, {}},
         {"featherpad", "featherpad", "Qt 5", true, featherpad, {}},
         // Its usual way to draw takes a graphics card that a virtual desktop has not.
-        {"gnome-text-editor", "gnome-text-editor", "GTK 4", true, textEditor,
+        {"gnome-text-editor",
+         "gnome-text-editor",
+         "GTK 4",
+         true,
+         textEditor,
          {{"GSK_RENDERER", "cairo"}}},
         {"chromium", "chromium", "Chromium", false, chromium, {}},
         {"firefox", "firefox-esr", "Firefox", false, firefox, {}},

@@ -90,6 +90,8 @@ TEST_F(LoadedDictionary, refuses_files_beyond_the_limit) {
 TEST_F(LoadedDictionary, reads_lists_that_are_written_oddly) {
     const std::string line = "甲 甲 [a1] /x/";
     EXPECT_EQ(BundledDictionary::load(write("\xEF\xBB\xBF" + line)).store->entryCount(), 10U);
+    const auto marked = BundledDictionary::load(write("\xEF\xBB\xBF乙 甲 [a1] /x/"));
+    EXPECT_EQ(marked.store->entries("乙").size(), 1U);
     EXPECT_EQ(BundledDictionary::load(write("\xEF\xBB\xBF# c\r\n" + line)).store->entryCount(),
               10U);
     EXPECT_EQ(BundledDictionary::load(write(line + "\r\n" + line + "\r\n")).store->entryCount(),

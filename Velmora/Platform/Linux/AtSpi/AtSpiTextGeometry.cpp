@@ -60,6 +60,30 @@ QList<int> spread(int from, int to, int count) {
 }  // namespace
 
 QList<std::optional<Rect>> AtSpiTextGeometry::cells(const QList<int>& offsets) {
+    QList<std::optional<Rect>> result = askedCells(offsets);
+    if (state_.toolkit != AtSpiToolkit::gecko) {
+        return result;
+    }
+    // Gecko may answer the first question for a character's extents with none.
+    QList<int> missing;
+    QList<qsizetype> places;
+    for (qsizetype i = 0; i < offsets.size(); ++i) {
+        if (!result.at(i)) {
+            missing.append(offsets.at(i));
+            places.append(i);
+        }
+    }
+    const QList<std::optional<Rect>> again = askedCells(missing);
+    for (qsizetype i = 0; i < again.size(); ++i) {
+        result[places.at(i)] = again.at(i);
+    }
+    return result;
+}
+
+QList<std::optional<Rect>> AtSpiTextGeometry::askedCells(const QList<int>& offsets) {
+    if (offsets.isEmpty()) {
+        return {};
+    }
     QList<QDBusMessage> requests;
     requests.reserve(offsets.size());
     for (const int offset : offsets) {
@@ -127,12 +151,7 @@ std::optional<int> AtSpiTextGeometry::confirmed(Point target, int candidate) {
             offsets.append(offset);
         }
     }
-    QList<std::optional<Rect>> found = cells(offsets);
-    const bool nothing =
-        std::none_of(found.begin(), found.end(), [](const auto& cell) { return cell.has_value(); });
-    if (nothing && state_.toolkit == AtSpiToolkit::gecko) {
-        found = cells(offsets);  // The first question for extents may be answered with none.
-    }
+    const QList<std::optional<Rect>> found = cells(offsets);
     std::optional<int> best;
     double least = slack;
     for (qsizetype i = 0; i < offsets.size(); ++i) {
@@ -189,11 +208,7 @@ std::optional<Rect> AtSpiTextGeometry::bounds(int from, int to) {
     if (from < 0 || from >= to || !learnCells()) {
         return std::nullopt;
     }
-    std::optional<Rect> result = sampledBounds(from, to);
-    if (!result && state_.toolkit == AtSpiToolkit::gecko) {
-        result = sampledBounds(from, to);
-    }
-    return result;
+    return sampledBounds(from, to);
 }
 
 std::optional<Rect> AtSpiTextGeometry::sampledBounds(int from, int to) {

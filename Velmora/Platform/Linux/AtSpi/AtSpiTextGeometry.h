@@ -28,6 +28,7 @@ class AtSpiTextGeometry {
     std::optional<int> confirmed(Point target, int candidate);
     std::optional<int> search(Point target);
     QList<std::optional<Rect>> cells(const QList<int>& offsets);
+    QList<std::optional<Rect>> askedCells(const QList<int>& offsets);
     std::optional<Rect> sampledBounds(int from, int to);
 
     AtSpiBus& bus_;

@@ -251,8 +251,9 @@ TEST_F(PanelTest, HighlightLetsClicksThrough) {
     // Only the frame has a shape; the characters stay as they are.
     EXPECT_EQ(pixel(outline.center().x(), outline.center().y()), ReaderWindow::ground);
     desktop->click(outline.center().x(), outline.center().y());
+    EXPECT_TRUE(until([this] { return reader.clicks == 1; })) << reader.clicks;
     desktop->click(outline.x() + 2, outline.center().y());
-    EXPECT_TRUE(until([this] { return reader.clicks == 2; }));
+    EXPECT_TRUE(until([this] { return reader.clicks == 2; })) << reader.clicks;
     EXPECT_EQ(desktop->focusedWindow(), focused);
 }
 

@@ -24,14 +24,18 @@ std::int64_t nowMicroseconds() {
 
 }  // namespace
 
-RunningVelmora::RunningVelmora(VirtualDesktop& desktop)
+RunningVelmora::RunningVelmora(VirtualDesktop& desktop) : RunningVelmora(desktop, Options{}) {}
+
+RunningVelmora::RunningVelmora(VirtualDesktop& desktop, const Options& options)
     : desktop_(desktop),
       folder_(desktop.folder() / "velmora"),
       environment_(desktop.environment()) {
     std::filesystem::create_directories(folder_ / "config/Velmora");
     std::filesystem::create_directories(folder_ / "data");
-    std::ofstream(settingsFile())
-        << "[General]\nhoverLookupEnabled=true\nonboardingCompleted=true\n";
+    std::filesystem::remove(settingsFile());
+    if (!options.settings.empty()) {
+        std::ofstream(settingsFile()) << options.settings;
+    }
     std::filesystem::remove(folder_ / "log.txt");
     std::filesystem::remove(folder_ / "lookups.jsonl");
     environment_["XDG_CONFIG_HOME"] = (folder_ / "config").string();
@@ -39,13 +43,16 @@ RunningVelmora::RunningVelmora(VirtualDesktop& desktop)
     environment_["VELMORA_QA_LOG"] = "1";
     environment_["VELMORA_QA_LOG_PATH"] = (folder_ / "lookups.jsonl").string();
     environment_["VELMORA_LOG"] = "debug";
+    for (const auto& [name, value] : options.environment) {
+        environment_[name] = value;
+    }
     started_ = nowMicroseconds();
     process_ = std::make_unique<ChildProcess>(ChildProcess::Options{
         {VELMORA_BUILD_FOLDER "/velmora"}, environment_, folder_, folder_ / "log.txt", -1});
-    const bool ready = desktop_.waitUntil([this] {
+    const bool ready = desktop_.waitUntil([this, &options] {
         return !process_->isRunning() ||
                (microsecondsToReady() &&
-                command({"diagnostics"}).output.find("Hover lookup ready") != std::string::npos);
+                command({"diagnostics"}).output.find(options.readyStatus) != std::string::npos);
     });
     if (!ready || !process_->isRunning()) {
         throw std::runtime_error("velmora does not become ready; it wrote: " + log() + "\n" +

@@ -26,9 +26,18 @@ class RunningVelmora {
         std::string output;
     };
 
+    struct Options {
+        /// What its settings file holds when it starts; there is none where this is empty.
+        std::string settings = "[General]\nhoverLookupEnabled=true\nonboardingCompleted=true\n";
+        /// What it says of itself once it is ready.
+        std::string readyStatus = "Hover lookup ready";
+        ChildProcess::Environment environment;  ///< Besides the desktop's.
+    };
+
     /// Starts it with hover lookup on and waits until it says that it is ready for hovers; throws
     /// std::runtime_error with what it wrote where that does not happen.
     explicit RunningVelmora(VirtualDesktop& desktop);
+    RunningVelmora(VirtualDesktop& desktop, const Options& options);
 
     pid_t pid() const { return process_->pid(); }
     ChildProcess& process() { return *process_; }

@@ -33,16 +33,18 @@ bool canBeOpened(const std::filesystem::path& folder) {
 ResourceBundle::ResourceBundle(std::filesystem::path folder) : folder_(std::move(folder)) {}
 
 const ResourceBundle& ResourceBundle::module() {
-    static const ResourceBundle bundle = [] {
-        const std::filesystem::path buildTimePath = VELMORA_BUILD_TIME_BUNDLE_PATH;
-        const std::filesystem::path beside = executableFolder();
-        if (auto found = find(beside, buildTimePath)) {
-            return *std::move(found);
-        }
-        std::fprintf(stderr, "%s\n", missingMessage(beside, buildTimePath).c_str());
-        std::exit(fatalStatus);
-    }();
+    static const ResourceBundle bundle =
+        require(executableFolder(), VELMORA_BUILD_TIME_BUNDLE_PATH);
     return bundle;
+}
+
+ResourceBundle ResourceBundle::require(const std::filesystem::path& executableFolder,
+                                       const std::filesystem::path& buildTimePath) {
+    if (auto found = find(executableFolder, buildTimePath)) {
+        return *std::move(found);
+    }
+    std::fprintf(stderr, "%s\n", missingMessage(executableFolder, buildTimePath).c_str());
+    std::exit(fatalStatus);
 }
 
 std::optional<ResourceBundle> ResourceBundle::find(const std::filesystem::path& executableFolder,

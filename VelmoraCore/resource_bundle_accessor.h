@@ -16,6 +16,11 @@ class ResourceBundle {
     /// message and status 2 where there is none.
     static const ResourceBundle& module();
 
+    /// What `find` finds. Ends the process with `missingMessage` on standard error and status 2
+    /// where that is nothing.
+    static ResourceBundle require(const std::filesystem::path& executableFolder,
+                                  const std::filesystem::path& buildTimePath);
+
     /// The first folder that can be opened of those that `module` tries; nothing where there is
     /// none.
     static std::optional<ResourceBundle> find(const std::filesystem::path& executableFolder,

@@ -154,6 +154,15 @@ TEST_F(Bundle, the_message_names_both_paths) {
               "could not load resource bundle: from /a/Velmora_VelmoraCore.bundle or /b/c.bundle");
 }
 
+TEST_F(Bundle, its_absence_ends_the_process_with_the_message) {
+    const fs::path absent = folder_ / "none.bundle";
+    EXPECT_EXIT(ResourceBundle::require(folder_, absent), testing::ExitedWithCode(2),
+                "could not load resource bundle: from .*/Velmora_VelmoraCore.bundle or "
+                ".*/none.bundle\n$");
+    fs::create_directories(absent);
+    EXPECT_EQ(ResourceBundle::require(folder_, absent).folder(), absent);
+}
+
 TEST(BundledDictionary, the_build_made_the_bundle) {
     EXPECT_TRUE(fs::is_directory(ResourceBundle::module().folder()));
     EXPECT_EQ(&ResourceBundle::module(), &ResourceBundle::module());

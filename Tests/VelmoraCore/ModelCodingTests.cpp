@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "VelmoraCore/SeedDictionary.h"
 
@@ -168,9 +169,37 @@ TEST(ModelCoding, length_and_depth_are_bounded) {
     EXPECT_THROW(parseBoundedJson("{\"a\":" + std::string(16, '[') + std::string(16, ']') + "}"),
                  DecodingError);
     EXPECT_NO_THROW(
-        parseBoundedJson("\"" + std::string(40, '[') + "\\\"" + std::string(9, '{') + "\""));
+        parseBoundedJson("\"" + std::string(40, '[') + "\\\"" + std::string(40, '{') + "\""));
+    std::string wide = "[0";
+    for (int count = 0; count < 40; ++count) {
+        wide += ",{},[]";
+    }
+    EXPECT_NO_THROW(parseBoundedJson(wide + "]"));
     EXPECT_NO_THROW(parseBoundedJson("[1]", {3, 1}));
     EXPECT_THROW(parseBoundedJson("[12]", {3, 1}), DecodingError);
+}
+
+TEST(ModelCoding, errors_say_what_is_wrong) {
+    const auto complaint = [](const std::string& text) -> std::string {
+        try {
+            decodeJson<EntryDefinition>(text);
+        } catch (const DecodingError& error) {
+            return error.what();
+        }
+        return "";
+    };
+    EXPECT_EQ(complaint("[]"), "not an object where one is expected");
+    EXPECT_EQ(complaint("{}"), "missing key \"id\"");
+    EXPECT_EQ(complaint("}{"), "not valid JSON at byte 1");
+    EXPECT_EQ(complaint("[1e400]"), "not valid JSON: a number is out of range");
+    EXPECT_EQ(complaint(std::string(17, '[')), "nested deeper than 16 levels");
+}
+
+TEST(ModelCoding, decoding_replaces_what_the_value_held) {
+    auto definition = decodeJson<EntryDefinition>(definitionText);
+    from_json(json::parse(without(json::parse(definitionText), "partOfSpeech")), definition);
+    EXPECT_FALSE(definition.partOfSpeech);
+    EXPECT_EQ(definition.glosses, (std::vector<std::string>{"a", "b"}));
 }
 
 TEST(ModelCoding, text_that_is_not_utf8_is_written_with_replacement_characters) {

@@ -9,6 +9,7 @@
 #include "Tests/VelmoraCore/RandomTexts.h"
 #include "VelmoraCore/CanonicalText.h"
 #include "VelmoraCore/CharacterText.h"
+#include "VelmoraCore/Utf8.h"
 
 namespace velmora {
 namespace {
@@ -108,6 +109,18 @@ TEST(OCRTextCorrector, long_lines_are_counted_in_full) {
     const std::string wrong = repeated("甲丙", 400);
     EXPECT_FALSE(corrected(wrong, {line}));
     EXPECT_EQ(align(repeated("甲", 256) + "某", {repeated("甲", 257)})->text, repeated("甲", 257));
+}
+
+TEST(OCRTextCorrector, a_long_line_of_different_characters_agrees_with_no_unknown_one) {
+    std::string line;
+    std::string reference;
+    for (std::size_t place = 0; place < 256; ++place) {
+        const auto character = static_cast<char32_t>(0x4E00 + place);
+        appendUtf8(line, character);
+        // One character of four is another, and the last one too: just too many.
+        appendUtf8(reference, place % 4 == 0 || place == 255 ? character + 0x1000 : character);
+    }
+    EXPECT_FALSE(align(line, {reference}));
 }
 
 TEST(OCRTextCorrector, equality_looks_at_every_field) {

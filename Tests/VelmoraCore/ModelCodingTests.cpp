@@ -190,7 +190,7 @@ TEST(ModelCoding, errors_say_what_is_wrong) {
     };
     EXPECT_EQ(complaint("[]"), "not an object where one is expected");
     EXPECT_EQ(complaint("{}"), "missing key \"id\"");
-    EXPECT_EQ(complaint("}{"), "not valid JSON at byte 1");
+    EXPECT_EQ(complaint("}}{"), "not valid JSON at byte 1");
     EXPECT_EQ(complaint("[1e400]"), "not valid JSON: a number is out of range");
     EXPECT_EQ(complaint(std::string(17, '[')), "nested deeper than 16 levels");
 }

@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <QGuiApplication>
-#include <QPainter>
 
 #include "Tests/Views/WindowTest.h"
-#include "Velmora/Presentation/AnimatedGIFView.h"
 
 namespace velmora::test {
 
@@ -122,19 +120,6 @@ TEST_F(LaunchFlashControllerTest, LaysOutMarkNameAndNote) {
     EXPECT_EQ(name.mapToItem(&view, {}).x(), 22 + mark.width() + 14);
     EXPECT_EQ(note.y(), name.y() + name.height() + 2);
     EXPECT_NEAR(view.implicitHeight(), mark.height() + 32, 1);
-}
-
-TEST_F(LaunchFlashControllerTest, AMissingAnimationLeavesItsViewEmpty) {
-    AnimatedGIFView view;
-    view.setSize({520, 303});
-    view.setResourceName(QStringLiteral("no-such-animation"));
-    EXPECT_FALSE(view.hasAnimation());
-    QImage image(520, 303, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
-    view.paint(&painter);
-    view.setPlaying(false);
-    EXPECT_EQ(image.pixelColor(260, 150).alpha(), 0);
 }
 
 }  // namespace

@@ -4,9 +4,6 @@
 //
 //   velmora_demo FOLDER
 #include <QImage>
-#include <QPainter>
-#include <QPainterPath>
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -14,6 +11,7 @@
 #include <iostream>
 #include <string>
 
+#include "Tests/Desktop/Demo/ScreenPicture.h"
 #include "Tests/Desktop/Support/HoverStage.h"
 
 namespace velmora::test {
@@ -21,22 +19,6 @@ namespace {
 
 void say(const std::string& text) {
     std::cerr << "    " << text << std::endl;
-}
-
-/// Pictures of an X screen are without the pointer.
-void drawPointer(QPainter& painter, Point tip) {
-    QPainterPath arrow;
-    arrow.moveTo(0, 0);
-    for (const auto& [x, y] :
-         {std::pair{0.0, 17.0}, {4.0, 13.2}, {6.8, 19.4}, {9.4, 18.2}, {6.7, 12.2}, {12.0, 12.0}}) {
-        arrow.lineTo(x, y);
-    }
-    arrow.closeSubpath();
-    arrow.translate(tip.x, tip.y);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(Qt::white, 1.6));
-    painter.setBrush(Qt::black);
-    painter.drawPath(arrow);
 }
 
 class Demonstration {
@@ -82,16 +64,8 @@ class Demonstration {
                                      "\n" + stage_.velmora().command({"diagnostics"}).output +
                                      stage_.velmora().log());
         }
-        const Image screen = stage_.desktop().settledScreenshot({0, 0, width, height});
-        QImage picture(screen.width(), screen.height(), QImage::Format_ARGB32);
-        for (int y = 0; y < screen.height(); ++y) {
-            std::copy(screen.row(y), screen.row(y) + screen.width(),
-                      reinterpret_cast<std::uint32_t*>(picture.scanLine(y)));
-        }
-        picture = picture.convertToFormat(QImage::Format_RGB32);
-        QPainter painter(&picture);
-        drawPointer(painter, hover.pointer);
-        painter.end();
+        QImage picture = screenPicture(stage_.desktop().settledScreenshot({0, 0, width, height}));
+        drawPointer(picture, hover.pointer);
         const std::string file = (folder_ / (name + ".png")).string();
         if (!picture.save(QString::fromStdString(file))) {
             throw std::runtime_error("cannot write " + file);

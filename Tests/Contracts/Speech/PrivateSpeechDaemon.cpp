@@ -47,7 +47,7 @@ PrivateSpeechDaemon::PrivateSpeechDaemon(const std::string& moduleName) : module
     const std::string fifoPath = folder_ / "spoken";
     ::mkfifo(fifoPath.c_str(), 0600);
     fifo_ = ::open(fifoPath.c_str(), O_RDWR | O_CLOEXEC);
-    writeFile(folder_ / "conf/speechd.conf", "LogLevel 5\nLogDir \"" + folder_.string() +
+    writeFile(folder_ / "conf/speechd.conf", "Timeout 0\nLogLevel 5\nLogDir \"" + folder_.string() +
                                                  "\"\nAudioOutputMethod \"libao\"\nDefaultModule " +
                                                  moduleName_ + "\nAddModule \"" + moduleName_ +
                                                  "\" \"sd_generic\" \"recorder.conf\"\n");

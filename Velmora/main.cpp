@@ -172,8 +172,15 @@ class Application {
                         model_.setHoverLookupEnabled(!model_.hoverLookupEnabled());
                         return model_.hoverLookupEnabled();
                     },
-                .diagnostics = [this] { return model_.lookupDiagnostics(); },
+                .diagnostics = [this] { return diagnostics(); },
                 .quit = [this] { backends_.shell->terminate(); }};
+    }
+
+    /// What the menu copies, and what recognition lacks where it lacks something.
+    std::string diagnostics() const {
+        const RecognitionStatus recognition = backends_.textRecognizer->status();
+        return model_.lookupDiagnostics() +
+               (recognition.isBroken() ? "\nText recognition: " + recognition.description : "");
     }
 
     static QALog::Configuration qaLogConfiguration() {

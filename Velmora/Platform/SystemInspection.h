@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "Velmora/Platform/RecognitionStatus.h"
+
 namespace velmora {
 
 /// Looks at the running system for the parts that the program needs. Every question is answered
@@ -29,6 +31,9 @@ class SystemInspection {
     virtual std::optional<std::string> dictionaryProblem() const = 0;
     /// Where the word list is or ought to be.
     virtual std::string dictionaryPath() const = 0;
+
+    /// How recognition is once its languages have been loaded for a trial.
+    virtual RecognitionStatus recognition() const = 0;
 
     /// A variable of the environment; nothing where it is not set.
     virtual std::optional<std::string> environmentValue(const std::string& name) const = 0;

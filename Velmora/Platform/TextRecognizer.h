@@ -6,6 +6,7 @@
 
 #include "Velmora/Platform/Geometry.h"
 #include "Velmora/Platform/Image.h"
+#include "Velmora/Platform/RecognitionStatus.h"
 #include "Velmora/Platform/RecognizedText.h"
 
 namespace velmora {
@@ -40,6 +41,9 @@ class TextRecognizer {
         Point /*pointOfInterest*/, int /*candidateLimit*/) {
         return lines;
     }
+
+    /// How far it is. Any thread; never waits.
+    virtual RecognitionStatus status() const { return {}; }
 };
 
 }  // namespace velmora

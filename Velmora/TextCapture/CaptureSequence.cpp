@@ -24,6 +24,20 @@ std::string readingsText(const RecognizedRegion& region) {
     return text;
 }
 
+/// Why the recogniser gives no answer.
+std::string silenceText(const RecognitionStatus& status) {
+    switch (status.stage) {
+        case RecognitionStatus::Stage::notStarted:
+        case RecognitionStatus::Stage::loading:
+            return "text recognition is not loaded yet";
+        case RecognitionStatus::Stage::unavailable:
+            return "no text recognition: " + status.description;
+        case RecognitionStatus::Stage::ready:
+            break;
+    }
+    return "text recognition gives no answer";
+}
+
 }  // namespace
 
 CaptureSequence::CaptureSequence(const CaptureFunction& capture, const RegionRecognizer& recognizer,
@@ -81,7 +95,7 @@ std::optional<RecognizedRegion> CaptureSequence::capturedOnce(Size size, Point p
         recognizer_.recognizeRegion(capture->image, capture->captureRect,
                                     configuration_.ocrIsolatedGlyphMinConfidence, pointer);
     if (!region) {
-        attempt.say([&] { return sizeText(size) + ": text recognition gives no answer"; });
+        attempt.say([&] { return sizeText(size) + ": " + silenceText(recognizer_.status()); });
         return std::nullopt;
     }
     if (region->observations.empty()) {

@@ -33,6 +33,9 @@ class RegionRecognizer {
     /// A region recognised for another place of the pointer, with its lines verified at this one.
     RecognizedRegion verifiedRegion(const RecognizedRegion& region, Point pointer) const;
 
+    /// How far the recogniser is.
+    RecognitionStatus status() const { return recognizer_->status(); }
+
     /// The picture enlarged, its contrast raised, and both; those that could be made.
     std::vector<Image> enhancedOCRImages(const Image& image) const;
 

@@ -13,7 +13,9 @@
 #include <csignal>
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 #include <string>
+#include <vector>
 
 #include "Tests/Contracts/Tesseract/Pictures.h"
 #include "Velmora/Platform/Linux/Tesseract/TesseractRecognizer.h"
@@ -33,6 +35,16 @@ GrayImage someLine() {
         line.at(x, 25) = 0;
     }
     return line;
+}
+
+/// Part of the simplified data, as a full disk or a broken download leaves it.
+std::string beginning(double share) {
+    std::ostringstream whole;
+    whole << std::ifstream(RecognizerProcess::defaultDataFolder() + "/chi_sim.traineddata",
+                           std::ios::binary)
+                 .rdbuf();
+    const std::string text = whole.str();
+    return text.substr(0, static_cast<std::size_t>(share * static_cast<double>(text.size())));
 }
 
 class TemporaryData {
@@ -158,6 +170,9 @@ TEST(RecognizerProcess, TellsWhichDataIsMissing) {
     const RecognizerState state = process.state();
     EXPECT_EQ(state.traditional, ModelState::missing);
     EXPECT_NE(state.description().find("install tesseract-ocr-chi-tra"), std::string::npos);
+    EXPECT_EQ(state.status().stage, RecognitionStatus::Stage::ready);
+    EXPECT_EQ(state.status().missing, std::vector<std::string>{"chi_tra"});
+    EXPECT_TRUE(state.status().isBroken());
     EXPECT_TRUE(process.read(someLine(), ScriptModel::simplified));
     EXPECT_FALSE(process.read(someLine(), ScriptModel::traditional));
     EXPECT_EQ(process.state().worker, Worker::ready);
@@ -170,11 +185,13 @@ TEST(RecognizerProcess, CannotReadWithoutAnyData) {
     EXPECT_FALSE(process.waitUntilReady(longEnough));
     EXPECT_EQ(process.state().simplified, ModelState::missing);
     EXPECT_EQ(process.state().traditional, ModelState::missing);
+    EXPECT_EQ(process.state().status().stage, RecognitionStatus::Stage::unavailable);
 }
 
 TEST(RecognizerProcess, TellsWhichDataIsDamaged) {
     for (const std::string& content :
-         {std::string("nonsense"), std::string(), std::string(100000, '\xFF')}) {
+         {std::string("nonsense"), std::string(), std::string(100000, '\xFF'), beginning(0.1),
+          beginning(0.6), beginning(0.99)}) {
         const TemporaryData data;
         data.write("chi_sim.traineddata", content);
         data.link("chi_tra.traineddata");
@@ -183,6 +200,7 @@ TEST(RecognizerProcess, TellsWhichDataIsDamaged) {
         ASSERT_TRUE(process.waitUntilReady(longEnough));
         const RecognizerState state = process.state();
         EXPECT_EQ(state.simplified, ModelState::damaged);
+        EXPECT_EQ(state.status().damaged, std::vector<std::string>{"chi_sim"});
         EXPECT_EQ(state.traditional, ModelState::ready);
         EXPECT_NE(state.description().find("reinstall tesseract-ocr-chi-sim"), std::string::npos);
     }

@@ -29,6 +29,9 @@ class FakeRecognizer final : public TextRecognizer {
                         : TextRecognizer::verify(image, lines, pointOfInterest, candidateLimit);
     }
 
+    RecognitionStatus status() const override { return currentStatus; }
+
+    RecognitionStatus currentStatus;
     std::function<Lines(const Image&)> onRecognize;
     std::function<Lines(const std::vector<TextObservation>&)> onVerify;
     std::vector<Size> sizes;  ///< Of the pictures, in order.

@@ -101,14 +101,41 @@ TEST_F(DoctorCommandTest, TheTrayAdviceFollowsTheDesktop) {
 }
 
 TEST_F(DoctorCommandTest, NamesTheLanguagesThatRecognitionLacks) {
-    system.paths.erase("/usr/share/tesseract-ocr/5/tessdata/chi_tra.traineddata");
+    system.recognitionStatus.missing = {"chi_tra"};
     EXPECT_EQ(missing(), Names{"recognition"});
     EXPECT_THAT(doctor::checkRecognition(system).detail, HasSubstr("no data for chi_tra;"));
+    EXPECT_EQ(doctor::checkRecognition(system).mend, "sudo apt-get install tesseract-ocr-chi-tra");
+    system.recognitionStatus.missing = {"chi_sim", "chi_tra"};
+    EXPECT_THAT(doctor::checkRecognition(system).detail,
+                HasSubstr("no data for chi_sim and chi_tra;"));
     EXPECT_EQ(doctor::checkRecognition(system).mend,
               "sudo apt-get install tesseract-ocr-chi-sim tesseract-ocr-chi-tra");
-    system.environment["TESSDATA_PREFIX"] = "/data";
-    system.paths.insert("/data/chi_tra.traineddata");
-    EXPECT_TRUE(doctor::checkRecognition(system).ok);
+}
+
+TEST_F(DoctorCommandTest, DamagedLanguagesAreInstalledOnceMore) {
+    system.recognitionStatus.damaged = {"chi_sim"};
+    EXPECT_EQ(missing(), Names{"recognition"});
+    EXPECT_THAT(doctor::checkRecognition(system).detail,
+                HasSubstr("the data for chi_sim cannot be loaded;"));
+    EXPECT_EQ(doctor::checkRecognition(system).mend,
+              "sudo apt-get install --reinstall tesseract-ocr-chi-sim");
+    system.paths.erase("/usr/bin/apt-get");
+    system.paths.insert("/usr/bin/dnf");
+    EXPECT_EQ(doctor::checkRecognition(system).mend,
+              "sudo dnf reinstall tesseract-langpack-chi_sim");
+    system.recognitionStatus.missing = {"chi_tra"};
+    EXPECT_THAT(doctor::checkRecognition(system).detail,
+                HasSubstr("no data for chi_tra, damaged data for chi_sim;"));
+}
+
+TEST_F(DoctorCommandTest, RecognitionThatDoesNotGetReadyIsMissing) {
+    using Stage = RecognitionStatus::Stage;
+    system.recognitionStatus = {Stage::unavailable, {}, {}, "velmora-recognizer cannot be run"};
+    EXPECT_EQ(missing(), Names{"recognition"});
+    EXPECT_THAT(doctor::checkRecognition(system).detail,
+                HasSubstr("velmora-recognizer cannot be run;"));
+    system.recognitionStatus = {Stage::loading, {}, {}, "loading"};
+    EXPECT_EQ(missing(), Names{"recognition"});
 }
 
 TEST_F(DoctorCommandTest, SpeechNeedsItsDaemonItsModuleAndItsVoice) {

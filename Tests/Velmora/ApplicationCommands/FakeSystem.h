@@ -22,6 +22,7 @@ class FakeSystem final : public SystemInspection {
     bool hasTrayHost() const override { return tray; }
     std::optional<std::string> dictionaryProblem() const override { return dictionary; }
     std::string dictionaryPath() const override { return "/usr/share/velmora/cedict_ts.u8"; }
+    RecognitionStatus recognition() const override { return recognitionStatus; }
     std::optional<std::string> environmentValue(const std::string& name) const override {
         const auto found = environment.find(name);
         return found != environment.end() ? std::optional(found->second) : std::nullopt;
@@ -40,16 +41,16 @@ class FakeSystem final : public SystemInspection {
     bool accessibility = true;
     bool tray = true;
     std::optional<std::string> dictionary;
+    RecognitionStatus recognitionStatus;
     std::map<std::string, std::string> environment{{"DISPLAY", ":7"}};
-    std::set<std::string> paths{"/usr/bin/apt-get",
-                                "/usr/bin/speech-dispatcher",
-                                "/usr/lib/speech-dispatcher-modules",
-                                "/usr/lib/speech-dispatcher-modules/sd_espeak-ng",
-                                "/usr/lib/x86_64-linux-gnu/espeak-ng-data",
-                                "/usr/lib/x86_64-linux-gnu/espeak-ng-data/cmn_dict",
-                                "/usr/lib/x86_64-linux-gnu/espeak-ng-data/lang/sit/cmn-Latn-pinyin",
-                                "/usr/share/tesseract-ocr/5/tessdata/chi_sim.traineddata",
-                                "/usr/share/tesseract-ocr/5/tessdata/chi_tra.traineddata"};
+    std::set<std::string> paths{
+        "/usr/bin/apt-get",
+        "/usr/bin/speech-dispatcher",
+        "/usr/lib/speech-dispatcher-modules",
+        "/usr/lib/speech-dispatcher-modules/sd_espeak-ng",
+        "/usr/lib/x86_64-linux-gnu/espeak-ng-data",
+        "/usr/lib/x86_64-linux-gnu/espeak-ng-data/cmn_dict",
+        "/usr/lib/x86_64-linux-gnu/espeak-ng-data/lang/sit/cmn-Latn-pinyin"};
 };
 
 }  // namespace velmora::testing

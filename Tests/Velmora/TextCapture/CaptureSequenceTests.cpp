@@ -11,6 +11,7 @@
 #include "Tests/Support/TextCapture/FakeRecognizer.h"
 #include "Tests/Support/TextCapture/FakeScreenCapture.h"
 #include "Tests/Support/TextCapture/FakeText.h"
+#include "Velmora/Platform/Recorded/ManualClock.h"
 #include "Velmora/TextCapture/LiveCapture.h"
 
 namespace velmora {
@@ -44,6 +45,16 @@ std::vector<TextObservation> distantLine(const Image& image) {
     return {FakeText::lineWithoutBoxes("远方", 1.0F, {0, 0, 40, 20}, sizeOf(image))};
 }
 
+/// What the attempts say.
+class Outcomes final : public ExtractionTrace {
+  public:
+    void attemptEnded(const std::string& attempt, const std::string& outcome, double) override {
+        all.push_back(attempt + ": " + outcome);
+    }
+
+    std::vector<std::string> all;
+};
+
 /// Runs sequences over a screen of 1600 × 1000 points.
 class Sequence : public testing::Test {
   protected:
@@ -51,7 +62,7 @@ class Sequence : public testing::Test {
         const CaptureFunction capture = LiveCapture(screen);
         const RegionRecognizer regions(recognizer, configuration);
         const DetectedTextRecropper recropper(detector, regions, configuration);
-        return CaptureSequence(capture, regions, recropper, configuration, {})
+        return CaptureSequence(capture, regions, recropper, configuration, {&outcomes, &clock})
             .recognizeRegion(point);
     }
 
@@ -74,6 +85,8 @@ class Sequence : public testing::Test {
         };
     }
 
+    Outcomes outcomes;
+    ManualClock clock;
     ExtractorConfiguration configuration;
     std::shared_ptr<FakeScreenCapture> screen = std::make_shared<FakeScreenCapture>();
     std::shared_ptr<FakeRecognizer> recognizer = std::make_shared<FakeRecognizer>();
@@ -192,6 +205,24 @@ TEST_F(Sequence, GoesOnWhenRecognitionFails) {
         return centredLine(image, "中文", 1);
     };
     EXPECT_EQ(run()->captureRect.size(), (Size{520, 240}));
+}
+
+TEST_F(Sequence, SaysWhyRecognitionIsSilent) {
+    using Stage = RecognitionStatus::Stage;
+    recognizer->onRecognize = [](const Image&) { return std::nullopt; };
+    const auto saidFor = [this](const RecognitionStatus& status) {
+        recognizer->currentStatus = status;
+        outcomes.all.clear();
+        EXPECT_FALSE(run());
+        return outcomes.all.front();
+    };
+    EXPECT_EQ(saidFor({Stage::loading, {}, {}, "loading"}),
+              "capture: 520 x 160: text recognition is not loaded yet");
+    EXPECT_EQ(saidFor({Stage::notStarted, {}, {}, "not started"}),
+              "capture: 520 x 160: text recognition is not loaded yet");
+    EXPECT_EQ(saidFor({Stage::unavailable, {"chi_sim"}, {}, "install something"}),
+              "capture: 520 x 160: no text recognition: install something");
+    EXPECT_EQ(saidFor({}), "capture: 520 x 160: text recognition gives no answer");
 }
 
 TEST_F(Sequence, DoesNotOfferWhatIsNotTrusted) {

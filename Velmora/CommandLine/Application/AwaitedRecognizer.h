@@ -24,6 +24,7 @@ class AwaitedRecognizer final : public TextRecognizer {
                                                        const std::vector<TextObservation>& lines,
                                                        Point pointOfInterest,
                                                        int candidateLimit) override;
+    RecognitionStatus status() const override { return recognizer_->status(); }
 
   private:
     TextRecognizer& ready();

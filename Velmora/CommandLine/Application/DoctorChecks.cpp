@@ -52,6 +52,28 @@ const PackageNames espeak{.apt = "speech-dispatcher speech-dispatcher-espeak-ng 
                           .dnf = "speech-dispatcher speech-dispatcher-espeak-ng espeak-ng",
                           .pacman = "speech-dispatcher espeak-ng"};
 
+std::string listed(const std::vector<std::string>& languages) {
+    std::string text;
+    for (const std::string& language : languages) {
+        text += (text.empty() ? "" : " and ") + language;
+    }
+    return text;
+}
+
+/// The packages with the data of these languages.
+PackageNames languagePackages(const std::vector<std::string>& languages) {
+    PackageNames names;
+    for (const std::string& language : languages) {
+        const std::string blank = names.apt.empty() ? "" : " ";
+        std::string dashed = language;
+        std::ranges::replace(dashed, '_', '-');
+        names.apt += blank + "tesseract-ocr-" + dashed;
+        names.dnf += blank + "tesseract-langpack-" + language;
+        names.pacman += blank + "tesseract-data-" + language;
+    }
+    return names;
+}
+
 }  // namespace
 
 DoctorFinding checkDisplay(const SystemInspection& system) {
@@ -147,25 +169,26 @@ DoctorFinding checkDictionary(const SystemInspection& system) {
 }
 
 DoctorFinding checkRecognition(const SystemInspection& system) {
-    std::vector<std::string> folders{"/usr/share/tesseract-ocr/5/tessdata",
-                                     "/usr/share/tesseract-ocr/4.00/tessdata",
-                                     "/usr/share/tessdata"};
-    if (const auto given = system.environmentValue("TESSDATA_PREFIX")) {
-        folders.insert(folders.begin(), *given);
+    const RecognitionStatus status = system.recognition();
+    if (!status.missing.empty()) {
+        return missing(
+            "recognition",
+            "no data for " + listed(status.missing) +
+                (status.damaged.empty() ? std::string()
+                                        : ", damaged data for " + listed(status.damaged)) +
+                "; its text in pictures is not read",
+            installCommand(system, languagePackages(status.missing)));
     }
-    std::string lacking;
-    for (const char* language : {"chi_sim", "chi_tra"}) {
-        if (!anyHolds(system, folders, std::string(language) + ".traineddata")) {
-            lacking += lacking.empty() ? language : std::string(" and ") + language;
-        }
+    if (!status.damaged.empty()) {
+        return missing("recognition",
+                       "the data for " + listed(status.damaged) +
+                           " cannot be loaded; its text in pictures is not read",
+                       reinstallCommand(system, languagePackages(status.damaged)));
     }
-    if (lacking.empty()) {
-        return fine("recognition", "the languages chi_sim and chi_tra are installed");
+    if (status.stage != RecognitionStatus::Stage::ready) {
+        return missing("recognition", status.description + "; text in pictures is not read", "");
     }
-    return missing("recognition", "no data for " + lacking + "; text in pictures is not read",
-                   installCommand(system, {"tesseract-ocr-chi-sim tesseract-ocr-chi-tra",
-                                           "tesseract-langpack-chi_sim tesseract-langpack-chi_tra",
-                                           "tesseract-data-chi_sim tesseract-data-chi_tra"}));
+    return fine("recognition", "the languages chi_sim and chi_tra are loaded");
 }
 
 DoctorFinding checkSpeech(const SystemInspection& system) {

@@ -16,4 +16,14 @@ std::string installCommand(const SystemInspection& system, const PackageNames& p
     return {};
 }
 
+std::string reinstallCommand(const SystemInspection& system, const PackageNames& packages) {
+    if (system.canRead("/usr/bin/apt-get")) {
+        return "sudo apt-get install --reinstall " + packages.apt;
+    }
+    if (system.canRead("/usr/bin/dnf")) {
+        return "sudo dnf reinstall " + packages.dnf;
+    }
+    return installCommand(system, packages);
+}
+
 }  // namespace velmora

@@ -18,4 +18,7 @@ struct PackageNames {
 /// of the known ones.
 std::string installCommand(const SystemInspection& system, const PackageNames& packages);
 
+/// The command that puts their files in place once more.
+std::string reinstallCommand(const SystemInspection& system, const PackageNames& packages);
+
 }  // namespace velmora

@@ -13,6 +13,7 @@
 #include "Velmora/Platform/LinuxX11/X11Compositor.h"
 #include "Velmora/Platform/LinuxX11/X11ScreenCapture.h"
 #include "Velmora/Platform/Loader/PlatformChoice.h"
+#include "Velmora/Platform/Loader/PlatformLoader.h"
 #include "VelmoraCore/BundledDictionary.h"
 
 namespace velmora {
@@ -80,6 +81,13 @@ std::optional<std::string> DesktopInspection::dictionaryProblem() const {
 
 std::string DesktopInspection::dictionaryPath() const {
     return BundledDictionary::wordListPath();
+}
+
+RecognitionStatus DesktopInspection::recognition() const {
+    const PlatformBackends backends = loadRecognition();
+    backends.startRecognition(nullptr);
+    backends.waitForRecognition(loadingPatience);
+    return backends.textRecognizer->status();
 }
 
 std::optional<std::string> DesktopInspection::environmentValue(const std::string& name) const {

@@ -14,6 +14,9 @@ class DesktopInspection final : public SystemInspection {
     /// How long one question may take.
     static constexpr std::chrono::seconds patience{5};
 
+    /// How long the languages of recognition may take to load.
+    static constexpr std::chrono::seconds loadingPatience{10};
+
     std::optional<std::string> displayProblem() const override;
     bool canCaptureScreen() const override;
     bool hasCompositor() const override;
@@ -23,6 +26,7 @@ class DesktopInspection final : public SystemInspection {
     bool hasTrayHost() const override;
     std::optional<std::string> dictionaryProblem() const override;
     std::string dictionaryPath() const override;
+    RecognitionStatus recognition() const override;
     std::optional<std::string> environmentValue(const std::string& name) const override;
     bool canRead(const std::string& path) const override;
     std::vector<std::string> namesIn(const std::string& folder) const override;

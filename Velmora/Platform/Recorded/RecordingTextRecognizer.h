@@ -33,6 +33,8 @@ class RecordingTextRecognizer final : public TextRecognizer {
         return verified;
     }
 
+    RecognitionStatus status() const override { return recognizer_->status(); }
+
   private:
     std::shared_ptr<TextRecognizer> recognizer_;
     std::shared_ptr<Recorder> recorder_;

@@ -16,6 +16,10 @@ class UnavailableTextRecognizer final : public TextRecognizer, public Unavailabi
                                                           int /*candidateLimit*/) override {
         return std::nullopt;
     }
+
+    RecognitionStatus status() const override {
+        return {RecognitionStatus::Stage::unavailable, {}, {}, reason()};
+    }
 };
 
 }  // namespace velmora

@@ -19,7 +19,38 @@ std::string modelProblem(ModelState state, const std::string& language,
     return {};
 }
 
+/// Where only one script can be read, the program goes on with that.
+RecognitionStatus::Stage stageOf(const RecognizerState& state) {
+    using Worker = RecognizerState::Worker;
+    using Stage = RecognitionStatus::Stage;
+    switch (state.worker) {
+        case Worker::notStarted:
+            return Stage::notStarted;
+        case Worker::loading:
+            return Stage::loading;
+        case Worker::ready:
+            return state.canRead() ? Stage::ready : Stage::unavailable;
+        case Worker::unavailable:
+            break;
+    }
+    return Stage::unavailable;
+}
+
 }  // namespace
+
+RecognitionStatus RecognizerState::status() const {
+    RecognitionStatus status{stageOf(*this), {}, {}, description()};
+    const auto note = [&status](ModelState model, const char* language) {
+        if (model == ModelState::missing) {
+            status.missing.emplace_back(language);
+        } else if (model == ModelState::damaged) {
+            status.damaged.emplace_back(language);
+        }
+    };
+    note(simplified, "chi_sim");
+    note(traditional, "chi_tra");
+    return status;
+}
 
 std::string RecognizerState::description() const {
     switch (worker) {

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "Velmora/Platform/Recognition/RecognizerMessage.h"
+#include "Velmora/Platform/RecognitionStatus.h"
 
 namespace velmora {
 
@@ -28,6 +29,9 @@ struct RecognizerState {
 
     /// One line for people: "ready", "loading", or what is wrong and the package that mends it.
     std::string description() const;
+
+    /// The same as others see it.
+    RecognitionStatus status() const;
 };
 
 }  // namespace velmora

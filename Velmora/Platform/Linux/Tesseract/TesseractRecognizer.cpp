@@ -11,6 +11,7 @@
 #include "Velmora/Platform/Recognition/OutlinedText.h"
 #include "Velmora/Platform/Recognition/ReadText.h"
 #include "Velmora/Platform/Recognition/RememberingLineReader.h"
+#include "VelmoraCore/CharacterText.h"
 
 namespace velmora {
 
@@ -53,11 +54,25 @@ PixelBox areaAround(const Image& image, Point point) {
         image.width(), image.height());
 }
 
+bool hasChinese(const std::string& text) {
+    const CharacterText characters(text);
+    for (std::size_t i = 0; i < characters.count(); ++i) {
+        if (isChinese(characters[i])) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// Of the readings with Chinese in them: strokes that were taken apart look like letters, which
+/// are read with more confidence than a character.
 float bestConfidence(const std::vector<TextObservation>& observations) {
     float best = 0;
     for (const TextObservation& observation : observations) {
         for (const auto& candidate : observation.candidates) {
-            best = std::max(best, candidate->confidence());
+            if (hasChinese(candidate->string())) {
+                best = std::max(best, candidate->confidence());
+            }
         }
     }
     return best;
@@ -94,6 +109,10 @@ bool TesseractRecognizer::waitUntilReady(std::chrono::milliseconds limit) {
 
 RecognizerState TesseractRecognizer::state() const {
     return process_->state();
+}
+
+RecognitionStatus TesseractRecognizer::status() const {
+    return state().status();
 }
 
 pid_t TesseractRecognizer::workerProcessId() const {

@@ -43,6 +43,7 @@ class TesseractRecognizer : public TextRecognizer {
 
     /// How far loading is, and what is missing. Never waits.
     RecognizerState state() const;
+    RecognitionStatus status() const override;
 
     /// The worker's process, or −1 where none runs.
     pid_t workerProcessId() const;

@@ -52,8 +52,9 @@ HoverStage::HoverStage(const ReadProgram& program, const Options& options)
     }
     divide(options.monitors);
     area_ = options.window;
+    textOf_ = program.textOf;
     lines_ = show(program, area_, &program_);
-    windowId_ = desktop_.waitForWindowOf(*program_).id;
+    windowId_ = windowOf(*program_).id;
     keepPicture();
     velmora_ = std::make_unique<RunningVelmora>(desktop_);
 }
@@ -81,20 +82,35 @@ std::vector<TextLine> HoverStage::show(const ReadProgram& program, const Rect& a
     if (started != nullptr) {
         *started = &process;
     }
-    const VirtualDesktop::Window window = desktop_.waitForWindowOf(process);
+    const VirtualDesktop::Window window = windowOf(process);
     desktop_.placeWindow(window.id, area);
     try {
-        return awaitLines(area);
+        return awaitLines(program, area);
     } catch (const std::runtime_error& error) {
         throw std::runtime_error(program.name + ": " + error.what());
     }
 }
 
-std::vector<TextLine> HoverStage::awaitLines(const Rect& area) {
+VirtualDesktop::Window HoverStage::windowOf(const ChildProcess& program) {
+    return desktop_.waitForWindow([&program](const VirtualDesktop::Window& window) {
+        if (window.client.width <= 40 || window.client.height <= 20) {
+            return false;
+        }
+        // Some programs do not say which windows are theirs.
+        return window.processId > 0 ? program.owns(window.processId)
+                                    : window.title.find("sample.") != std::string::npos;
+    });
+}
+
+std::vector<TextLine> HoverStage::awaitLines(const ReadProgram& program, const Rect& area) {
     std::optional<std::vector<TextLine>> last;
     const bool found = desktop_.waitUntil([&] {
-        const auto seen = findTextLines(desktop_.settledScreenshot(area), {area.x, area.y},
-                                        text_.lines().size(), SampleText::charactersPerLine);
+        Image picture = desktop_.settledScreenshot(area);
+        if (program.textOf != nullptr) {
+            picture = program.textOf(picture);
+        }
+        const auto seen = findTextLines(picture, {area.x, area.y}, text_.lines().size(),
+                                        SampleText::charactersPerLine);
         // Programs go on laying themselves out after they showed the text first.
         const bool same = seen && last && seen->front().ink == last->front().ink;
         last = seen;
@@ -115,9 +131,11 @@ void HoverStage::keepPicture() {
 std::optional<Rect> HoverStage::glyphs(std::size_t line, std::size_t first,
                                        std::size_t count) const {
     const Rect area = lines_.at(line).ink.grownBy(8, 0);
-    const Image picture =
-        clean_.cropped(static_cast<int>(area.x), static_cast<int>(area.y),
-                       static_cast<int>(area.width), static_cast<int>(area.height));
+    Image picture = clean_.cropped(static_cast<int>(area.x), static_cast<int>(area.y),
+                                   static_cast<int>(area.width), static_cast<int>(area.height));
+    if (textOf_ != nullptr) {
+        picture = textOf_(picture);
+    }
     return inkInside(picture, {area.x, area.y}, lines_.at(line).cells(first, count));
 }
 

@@ -91,8 +91,9 @@ class HoverStage {
                                ChildProcess** started = nullptr);
 
   private:
+    VirtualDesktop::Window windowOf(const ChildProcess& program);
     void divide(const std::vector<std::string>& monitors);
-    std::vector<TextLine> awaitLines(const Rect& area);
+    std::vector<TextLine> awaitLines(const ReadProgram& program, const Rect& area);
     void keepPicture();
 
     SampleText text_;
@@ -102,6 +103,7 @@ class HoverStage {
     Rect area_;
     std::vector<TextLine> lines_;
     Image clean_;
+    Image (*textOf_)(const Image& picture) = nullptr;  ///< Of the first program.
     std::unique_ptr<RunningVelmora> velmora_;
 };
 

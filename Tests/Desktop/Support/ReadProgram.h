@@ -21,6 +21,9 @@ struct ReadProgram {
     /// Writes what the program needs into the desktop's folder and gives the command.
     Command (*prepare)(const VirtualDesktop& desktop, const SampleText& text);
     ChildProcess::Environment environment;
+    /// What of a picture of its window is text, where that does not stand on a plain surface.
+    Image (*textOf)(const Image& picture) = nullptr;
+    double outline = 0;  ///< Pixels that its letters' outlines add to what `textOf` keeps.
 
     /// All that are known.
     static const std::vector<ReadProgram>& all();

@@ -167,7 +167,8 @@ TEST_P(PixelTest, showsTheWordsUnderThePointer) {
 }
 
 Hover PixelTest::hoverBeside(std::size_t line, std::size_t position) {
-    EXPECT_EQ(stage().velmora().windows().size(), 2U);
+    // A compositor shows the popover's shadow in a window of its own.
+    EXPECT_GE(stage().velmora().windows().size(), 2U);
     const Rect cell = stage().lines().at(line).cells(position);
     return stage().hover(
         Point{std::floor(cell.minX() + cell.width * 0.4), std::floor(cell.midY())});

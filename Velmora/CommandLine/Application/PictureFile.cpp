@@ -15,6 +15,21 @@ namespace velmora {
 
 namespace {
 
+/// Keeps what the toolkit's decoders say of broken files to themselves: the command says it once.
+class SilentDecoders {
+  public:
+    SilentDecoders()
+        : before_(
+              qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {})) {
+    }
+    SilentDecoders(const SilentDecoders&) = delete;
+    SilentDecoders& operator=(const SilentDecoders&) = delete;
+    ~SilentDecoders() { qInstallMessageHandler(before_); }
+
+  private:
+    QtMessageHandler before_;
+};
+
 /// The picture's transparent parts shown over white.
 QImage opaque(const QImage& picture) {
     QImage result = picture.convertToFormat(picture.hasAlphaChannel() ? QImage::Format_ARGB32
@@ -38,6 +53,7 @@ QImage opaque(const QImage& picture) {
 }  // namespace
 
 QImage readPicture(const std::string& path) {
+    const SilentDecoders silence;
     constexpr int megabytes = static_cast<int>(largestPicture * 4 / (1024 * 1024));
     QImageReader::setAllocationLimit(megabytes + 1);
     QImageReader reader(QFile::decodeName(QByteArray::fromStdString(path)));

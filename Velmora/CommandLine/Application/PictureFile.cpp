@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "Velmora/CommandLine/Application/PictureFile.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <QFile>
 #include <QImageReader>
 #include <QString>
@@ -15,19 +18,30 @@ namespace velmora {
 
 namespace {
 
-/// Keeps what the toolkit's decoders say of broken files to themselves: the command says it once.
+/// Keeps what decoders write to standard error about broken files away from there: the command
+/// says it once. They write past the toolkit's message handler.
 class SilentDecoders {
   public:
-    SilentDecoders()
-        : before_(
-              qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {})) {
+    SilentDecoders() : before_(::fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1)) {
+        const int nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
+        if (before_ >= 0 && nowhere >= 0) {
+            ::dup2(nowhere, STDERR_FILENO);
+        }
+        if (nowhere >= 0) {
+            ::close(nowhere);
+        }
     }
     SilentDecoders(const SilentDecoders&) = delete;
     SilentDecoders& operator=(const SilentDecoders&) = delete;
-    ~SilentDecoders() { qInstallMessageHandler(before_); }
+    ~SilentDecoders() {
+        if (before_ >= 0) {
+            ::dup2(before_, STDERR_FILENO);
+            ::close(before_);
+        }
+    }
 
   private:
-    QtMessageHandler before_;
+    int before_;
 };
 
 /// The picture's transparent parts shown over white.

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The composition root: makes every part of the program and hands it to those that use it.
+#include <QApplication>
 #include <QElapsedTimer>
-#include <QGuiApplication>
 #include <QLoggingCategory>
 #include <QThreadPool>
 #include <cstdio>
@@ -31,7 +31,6 @@
 #include "Velmora/Platform/Linux/SerialWorkerQueue.h"
 #include "Velmora/Platform/Linux/SettingsFile.h"
 #include "Velmora/Platform/Linux/Speech/SpeechDispatcherSynthesizer.h"
-#include "Velmora/Platform/Linux/StatusNotifier/StatusNotifierItem.h"
 #include "Velmora/Platform/Linux/SystemClock.h"
 #include "Velmora/Platform/Linux/TerminationSignals.h"
 #include "Velmora/Platform/Linux/Updates/DesktopPackageInstaller.h"
@@ -39,6 +38,7 @@
 #include "Velmora/Platform/Linux/Updates/SodiumSignatureVerifier.h"
 #include "Velmora/Platform/Linux/XdgPaths.h"
 #include "Velmora/Platform/Loader/PlatformLoader.h"
+#include "Velmora/Platform/Loader/TrayItem.h"
 #include "Velmora/Presentation/HighlightOverlayController.h"
 #include "Velmora/Presentation/LaunchFlashController.h"
 #include "Velmora/Presentation/OnboardingWindowController.h"
@@ -118,7 +118,9 @@ class FinishedQueue {
 class Application {
   public:
     Application(const PlatformChoice& choice, std::shared_ptr<const DictionaryStore> dictionary)
-        : backends_(loadPlatform(choice)), engine_(dictionary) {
+        : backends_(loadPlatform(choice)),
+          engine_(dictionary),
+          statusItem_(loadStatusItem(choice, *clock_, *backends_.appearance)) {
         popover_.setFramePaintedObserver([] { noteHoverTime("painted"); });
         // The first hover takes a moment to come.
         mainQueue_->post([this, dictionary = std::move(dictionary)] {
@@ -224,8 +226,8 @@ class Application {
         {VELMORA_UPDATE_FEED_URL, VELMORA_UPDATE_PUBLIC_KEY, VELMORA_VERSION},
         {fetcher_, verifier_, installer_, *clock_, updateWindow_, updateQueue_, *mainQueue_}};
     FinishedQueue finishedUpdates_{updateQueue_};
-    StatusNotifierItem statusItem_{*clock_};
-    StatusBarController statusBar_{{.item = statusItem_,
+    std::unique_ptr<StatusItem> statusItem_;
+    StatusBarController statusBar_{{.item = *statusItem_,
                                     .settings = settingsWindow_,
                                     .shell = *backends_.shell,
                                     .events = *backends_.events,
@@ -257,7 +259,8 @@ int runApplication(int& argumentCount, char** arguments) {
     ViewEngine::registerPresentation();
     QGuiApplication::setDesktopFileName(QStringLiteral("com.velmora.Velmora"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
-    const QGuiApplication application(argumentCount, arguments);
+    // The tray menu of panels that embed icons is made of the toolkit's widgets.
+    const QApplication application(argumentCount, arguments);
     QGuiApplication::setApplicationName(QStringLiteral("Velmora"));
     // The toolkit's helpers sleep instead of waking up once more to end.
     QThreadPool::globalInstance()->setExpiryTimeout(-1);

@@ -42,10 +42,12 @@ void StatusBarController::menuWillOpen() {
     }
     openedAt_ = services_.clock.uptime();
     watchPresses();
+    watchModel();
 }
 
 void StatusBarController::menuDidClose() {
     endWatchingPresses();
+    watching_.reset();
     if (model_) {
         model_->setStatusMenuOpen(false);
     }
@@ -144,6 +146,41 @@ void StatusBarController::checkForUpdates() {
 
 void StatusBarController::quit() {
     services_.shell.terminate();
+}
+
+void StatusBarController::watchModel() {
+    watching_ = std::make_unique<QObject>();
+    isChangePending_ = false;
+    if (!model_) {
+        return;
+    }
+    const auto watch = [this](const auto* sender, auto signal) {
+        QObject::connect(sender, signal, watching_.get(), [this] { menuMayHaveChanged(); });
+    };
+    const AppModel* const model = model_;
+    watch(model, &AppModel::hoverLookupEnabledChanged);
+    watch(model, &AppModel::hoverStatusChanged);
+    watch(model, &AppModel::lastHoverStatusChanged);
+    watch(model, &AppModel::recentLookupsChanged);
+    watch(model, &AppModel::updateAvailableVersionChanged);
+    const PermissionCenter* const permissions = &model_->permissions();
+    watch(permissions, &PermissionCenter::accessibilityGrantedChanged);
+    watch(permissions, &PermissionCenter::screenRecordingGrantedChanged);
+}
+
+void StatusBarController::menuMayHaveChanged() {
+    if (std::exchange(isChangePending_, true)) {
+        return;
+    }
+    // Once for all that changes together, and never from the making of the menu itself, which asks
+    // for the grants.
+    QMetaObject::invokeMethod(
+        watching_.get(),
+        [this] {
+            isChangePending_ = false;
+            services_.item.menuChanged();
+        },
+        Qt::QueuedConnection);
 }
 
 void StatusBarController::watchPresses() {

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QObject>
 #include <QPointer>
 #include <array>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -61,12 +63,16 @@ class StatusBarController final : public StatusBarPresenting, public StatusItemD
   private:
     MenuItem hoverLookupItem();
     MenuItem recentItem();
+    void watchModel();
+    void menuMayHaveChanged();
     void watchPresses();
     void endWatchingPresses();
     void pressed();
 
     Services services_;
     QPointer<AppModel> model_;
+    std::unique_ptr<QObject> watching_;  // While the menu is open.
+    bool isChangePending_ = false;
     std::array<EventMonitor::Token, 2> pressMonitors_{};
     double openedAt_ = 0;  // In seconds of uptime.
 };

@@ -20,6 +20,10 @@ class StatusItem {
 
     /// A mouse button went down outside every window of ours: a menu that was open is so no more.
     virtual void mousePressedSomewhere() = 0;
+
+    /// The entries may be others now: a menu that is open shows them in place. Asks the delegate,
+    /// which may call this again.
+    virtual void menuChanged() = 0;
 };
 
 }  // namespace velmora

@@ -21,16 +21,16 @@ class MenuLayoutTest : public ::testing::Test {
 
 TEST_F(MenuLayoutTest, IsEmptyAtFirstAndTakesEvenNothingOverOnce) {
     EXPECT_EQ(layout.find(MenuLayout::rootId), nullptr);
-    EXPECT_TRUE(layout.update({}));
+    EXPECT_EQ(layout.update({}), MenuLayout::Change::layout);
     ASSERT_NE(layout.find(MenuLayout::rootId), nullptr);
-    EXPECT_FALSE(layout.update({}));
+    EXPECT_EQ(layout.update({}), MenuLayout::Change::nothing);
 }
 
 TEST_F(MenuLayoutTest, NewContentsGetNewNumbers) {
     layout.update({command("one", 1)});
     const int before = idOf(0);
     const unsigned revision = layout.revision();
-    EXPECT_TRUE(layout.update({command("two", 2)}));
+    EXPECT_EQ(layout.update({command("two", 2)}), MenuLayout::Change::layout);
     EXPECT_NE(idOf(0), before);
     EXPECT_GT(layout.revision(), revision);
     EXPECT_EQ(layout.find(before), nullptr);
@@ -39,7 +39,7 @@ TEST_F(MenuLayoutTest, NewContentsGetNewNumbers) {
 TEST_F(MenuLayoutTest, TheSameContentsKeepTheirNumbersAndTakeTheNewActions) {
     layout.update({command("one", 1)});
     const int id = idOf(0);
-    EXPECT_FALSE(layout.update({command("one", 7)}));
+    EXPECT_EQ(layout.update({command("one", 7)}), MenuLayout::Change::nothing);
     EXPECT_EQ(idOf(0), id);
     (*layout.action(id))();
     EXPECT_EQ(chosen, 7);
@@ -54,6 +54,32 @@ TEST_F(MenuLayoutTest, AHostThatStillShowsTheContentsBeforeCanChooseFromThem) {
     EXPECT_EQ(chosen, 1);
     layout.update({command("three", 3)});
     EXPECT_FALSE(layout.action(shown));
+}
+
+TEST_F(MenuLayoutTest, NotesAndStatesChangeInPlace) {
+    MenuItem hover = command("Hover lookup", 1);
+    hover.checkable = true;
+    layout.update({hover, MenuItem::note("Live: off")});
+    const int id = idOf(0);
+    const unsigned revision = layout.revision();
+    hover.checked = true;
+    EXPECT_EQ(layout.update({hover, MenuItem::note("Live: ready")}), MenuLayout::Change::looks);
+    EXPECT_EQ(idOf(0), id);
+    EXPECT_GT(layout.revision(), revision);
+    EXPECT_TRUE(layout.find(id)->item.checked);
+    EXPECT_EQ(layout.find(idOf(1))->item.title, "Live: ready");
+}
+
+TEST_F(MenuLayoutTest, AnEntryThatDoesSomethingElseIsAnotherOne) {
+    MenuItem recent;
+    recent.title = "Recent";
+    recent.children = {command("one", 1)};
+    layout.update({recent});
+    const int shown = layout.find(idOf(0))->children.at(0).id;
+    recent.children = {command("two", 2)};
+    EXPECT_EQ(layout.update({recent}), MenuLayout::Change::layout);
+    (*layout.action(shown))();
+    EXPECT_EQ(chosen, 1);
 }
 
 TEST_F(MenuLayoutTest, NotesSeparatorsAndUnknownNumbersHaveNoAction) {

@@ -21,6 +21,10 @@ class RecordedStatusItem final : public StatusItem {
         ++presses;
         delegate->menuDidClose();
     }
+    void menuChanged() override {
+        ++changes;
+        menu = delegate->menuNeedsUpdate();
+    }
 
     /// As a host does it.
     void open() {
@@ -49,6 +53,7 @@ class RecordedStatusItem final : public StatusItem {
     StatusItemDelegate* delegate = nullptr;
     std::vector<MenuItem> menu;
     int presses = 0;
+    int changes = 0;
 };
 
 }  // namespace velmora::testing

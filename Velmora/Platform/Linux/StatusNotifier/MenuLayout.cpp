@@ -1,18 +1,38 @@
 // SPDX-License-Identifier: MIT
 #include "Velmora/Platform/Linux/StatusNotifier/MenuLayout.h"
 
+#include <algorithm>
 #include <limits>
 #include <utility>
 
 namespace velmora {
 
-bool MenuLayout::update(const std::vector<MenuItem>& items) {
-    const bool changed = revision_ == 0 || items != items_;
+namespace {
+
+/// Whether a host that shows the one may take it for the other: what can be chosen does the same.
+bool mayStandFor(const std::vector<MenuItem>& some, const std::vector<MenuItem>& others) {
+    return std::ranges::equal(some, others, [](const MenuItem& one, const MenuItem& other) {
+        const bool onlyTells = !one.action && !other.action && one.children.empty();
+        return one.kind == other.kind && (onlyTells || one.title == other.title) &&
+               one.checkable == other.checkable && mayStandFor(one.children, other.children);
+    });
+}
+
+}  // namespace
+
+MenuLayout::Change MenuLayout::update(const std::vector<MenuItem>& items) {
+    Change change = Change::layout;
+    if (revision_ > 0 && mayStandFor(items, items_)) {
+        change = items == items_ ? Change::nothing : Change::looks;
+    }
     items_ = items;
-    if (!changed) {
+    if (change != Change::nothing) {
+        ++revision_;
+    }
+    if (change != Change::layout) {
         actions_.clear();
-        replaceActions(root_, items_);
-        return false;
+        replace(root_, items_);
+        return change;
     }
     actionsBefore_ = std::exchange(actions_, {});
     root_ = Node();
@@ -21,8 +41,7 @@ bool MenuLayout::update(const std::vector<MenuItem>& items) {
     }
     nodes_.clear();
     index(root_);
-    ++revision_;
-    return true;
+    return change;
 }
 
 MenuLayout::Node MenuLayout::numbered(const MenuItem& item) {
@@ -45,14 +64,16 @@ void MenuLayout::index(const Node& node) {
     }
 }
 
-void MenuLayout::replaceActions(Node& node, const std::vector<MenuItem>& items) {
+void MenuLayout::replace(Node& node, const std::vector<MenuItem>& items) {
     for (std::size_t place = 0; place < node.children.size(); ++place) {
         Node& child = node.children[place];
         const MenuItem& item = items[place];
+        child.item = item;
+        child.item.children.clear();
         if (item.enabled && item.action) {
             actions_[child.id] = item.action;
         }
-        replaceActions(child, item.children);
+        replace(child, item.children);
     }
 }
 

@@ -10,8 +10,9 @@
 
 namespace velmora {
 
-/// The menu with a number for every entry. New contents get new numbers; the numbers of the
-/// contents before stay known, because a host may still show them. The root is 0 always.
+/// The menu with a number for every entry. Entries of which only notes or states have changed keep
+/// their numbers; other contents get new numbers, and the numbers of the contents before stay
+/// known, because a host may still show them. The root is 0 always.
 class MenuLayout {
   public:
     /// An entry with its number.
@@ -21,11 +22,17 @@ class MenuLayout {
         std::vector<Node> children;
     };
 
+    /// How the entries differ from those before.
+    enum class Change {
+        nothing,  ///< They look the same.
+        looks,    ///< Texts that only tell something, marks, what can be chosen.
+        layout,   ///< Other entries.
+    };
+
     static constexpr int rootId = 0;
 
-    /// Takes these entries over and tells whether they look different from those before. Where they
-    /// do not, numbers stay and only the actions are replaced.
-    bool update(const std::vector<MenuItem>& items);
+    /// Takes these entries over. Unless the layout changes, numbers stay and actions are replaced.
+    Change update(const std::vector<MenuItem>& items);
 
     /// Grows with every change.
     unsigned revision() const { return revision_; }
@@ -42,7 +49,7 @@ class MenuLayout {
 
     Node numbered(const MenuItem& item);
     void index(const Node& node);
-    void replaceActions(Node& node, const std::vector<MenuItem>& items);
+    void replace(Node& node, const std::vector<MenuItem>& items);
 
     std::vector<MenuItem> items_;
     Node root_;

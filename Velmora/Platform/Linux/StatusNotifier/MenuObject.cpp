@@ -63,10 +63,21 @@ BusMenuNode busNode(const MenuLayout::Node& node, int depth, const QStringList& 
     return result;
 }
 
+void collectProperties(const MenuLayout::Node* node, std::map<int, QVariantMap>& all) {
+    if (node != nullptr) {
+        all[node->id] = allProperties(*node);
+        for (const MenuLayout::Node& child : node->children) {
+            collectProperties(&child, all);
+        }
+    }
+}
+
 void registerTypes() {
     qDBusRegisterMetaType<BusMenuNode>();
     qDBusRegisterMetaType<BusMenuProperties>();
     qDBusRegisterMetaType<BusMenuPropertiesList>();
+    qDBusRegisterMetaType<BusMenuRemoved>();
+    qDBusRegisterMetaType<BusMenuRemovedList>();
     qDBusRegisterMetaType<BusMenuEvent>();
     qDBusRegisterMetaType<BusMenuEvents>();
     qDBusRegisterMetaType<QList<int>>();
@@ -87,8 +98,42 @@ MenuObject::~MenuObject() {
     session_.end();
 }
 
-bool MenuObject::refresh() {
+MenuLayout::Change MenuObject::refresh() {
     return layout_.update(delegate_.menuNeedsUpdate());
+}
+
+void MenuObject::menuChanged() {
+    if (!session_.isOpen()) {
+        return;
+    }
+    std::map<int, QVariantMap> before;
+    collectProperties(layout_.find(MenuLayout::rootId), before);
+    const MenuLayout::Change change = refresh();
+    if (change == MenuLayout::Change::layout) {
+        emit LayoutUpdated(layout_.revision(), MenuLayout::rootId);
+    } else if (change == MenuLayout::Change::looks) {
+        announce(before);
+    }
+}
+
+void MenuObject::announce(const std::map<int, QVariantMap>& before) {
+    std::map<int, QVariantMap> now;
+    collectProperties(layout_.find(MenuLayout::rootId), now);
+    BusMenuPropertiesList updated;
+    BusMenuRemovedList removed;
+    for (const auto& [id, old] : before) {
+        QVariantMap changed = now[id];
+        changed.removeIf([&old = old](auto entry) { return old.value(entry.key()) == *entry; });
+        if (!changed.isEmpty()) {
+            updated.append({.id = id, .properties = changed});
+        }
+        QStringList gone = old.keys();
+        gone.removeIf([&](const QString& name) { return now[id].contains(name); });
+        if (!gone.isEmpty()) {
+            removed.append({.id = id, .names = gone});
+        }
+    }
+    emit ItemsPropertiesUpdated(updated, removed);
 }
 
 uint MenuObject::GetLayout(int parentId, int recursionDepth, const QStringList& propertyNames,
@@ -147,7 +192,7 @@ QList<int> MenuObject::EventGroup(const QList<velmora::BusMenuEvent>& events) {
 bool MenuObject::handle(int id, const QString& eventId) {
     if (id == MenuLayout::rootId) {
         if (eventId == QLatin1String("opened")) {
-            if (refresh()) {
+            if (refresh() != MenuLayout::Change::nothing) {
                 emit LayoutUpdated(layout_.revision(), MenuLayout::rootId);
             }
             session_.opened(host());
@@ -174,7 +219,7 @@ bool MenuObject::AboutToShow(int id) {
     if (id != MenuLayout::rootId) {
         return false;
     }
-    const bool changed = refresh();
+    const bool changed = refresh() != MenuLayout::Change::nothing;
     session_.aboutToShow(host());
     if (changed) {
         emit LayoutUpdated(layout_.revision(), MenuLayout::rootId);

@@ -7,11 +7,14 @@
 #include <QObject>
 #include <QString>
 #include <QStringList>
+#include <QVariantMap>
+#include <map>
 
 #include "Velmora/Platform/Clock.h"
 #include "Velmora/Platform/Linux/StatusNotifier/BusMenuEvent.h"
 #include "Velmora/Platform/Linux/StatusNotifier/BusMenuNode.h"
 #include "Velmora/Platform/Linux/StatusNotifier/BusMenuProperties.h"
+#include "Velmora/Platform/Linux/StatusNotifier/BusMenuRemoved.h"
 #include "Velmora/Platform/Linux/StatusNotifier/MenuLayout.h"
 #include "Velmora/Platform/Linux/StatusNotifier/MenuSession.h"
 #include "Velmora/Platform/StatusItemDelegate.h"
@@ -36,6 +39,9 @@ class MenuObject final : public QObject, protected QDBusContext {
     void endSession() { session_.end(); }
     void mousePressed() { session_.mousePressed(); }
 
+    /// Tells hosts what is different in a menu that is open. Those that open it later ask.
+    void menuChanged();
+
     uint version() const { return 3; }
     QString textDirection() const { return QStringLiteral("ltr"); }
     QString status() const { return QStringLiteral("normal"); }
@@ -57,6 +63,8 @@ class MenuObject final : public QObject, protected QDBusContext {
 
   signals:
     void LayoutUpdated(uint revision, int parent);
+    void ItemsPropertiesUpdated(const velmora::BusMenuPropertiesList& updated,
+                                const velmora::BusMenuRemovedList& removed);
     // NOLINTEND(readability-identifier-naming)
 
   private slots:
@@ -64,8 +72,9 @@ class MenuObject final : public QObject, protected QDBusContext {
                             const QDBusMessage& message);
 
   private:
-    /// Takes the delegate's entries and tells whether they look different.
-    bool refresh();
+    /// Takes the delegate's entries and tells how they differ.
+    MenuLayout::Change refresh();
+    void announce(const std::map<int, QVariantMap>& before);
     bool handle(int id, const QString& eventId);
     void trigger(int id);
     void sessionChanged(bool open);

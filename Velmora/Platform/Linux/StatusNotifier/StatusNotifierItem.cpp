@@ -33,6 +33,7 @@ class StatusNotifierItem::Parts {
     }
 
     void mousePressed() { menu_.mousePressed(); }
+    void menuChanged() { menu_.menuChanged(); }
 
   private:
     QDBusConnection bus_;
@@ -60,6 +61,12 @@ void StatusNotifierItem::hide() {
 void StatusNotifierItem::mousePressedSomewhere() {
     if (parts_) {
         parts_->mousePressed();
+    }
+}
+
+void StatusNotifierItem::menuChanged() {
+    if (parts_) {
+        parts_->menuChanged();
     }
 }
 

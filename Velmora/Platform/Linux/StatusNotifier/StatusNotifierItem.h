@@ -22,6 +22,7 @@ class StatusNotifierItem final : public StatusItem {
     void show(const StatusItemLook& look, StatusItemDelegate& delegate) override;
     void hide() override;
     void mousePressedSomewhere() override;
+    void menuChanged() override;
 
   private:
     class Parts;

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QRect>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "Velmora/Platform/StatusIconPixmap.h"
+
+namespace velmora {
+
+/// A window with an icon that an X panel takes into its tray: asks the owner of the display's tray
+/// selection to embed it, again whenever another one takes over, and is on no screen while there is
+/// none. A connection of its own; never waits for another program. Main thread.
+class TrayIconWindow {
+  public:
+    /// Called when the icon is pressed, with its place in the root window in native pixels.
+    using Pressed = std::function<void(const QRect& icon)>;
+
+    /// `name` is what panels may show of it. The display's name is empty for that of the
+    /// environment.
+    TrayIconWindow(std::vector<StatusIconPixmap> icon, const std::string& name, Pressed pressed,
+                   const std::string& display = {});
+    TrayIconWindow(const TrayIconWindow&) = delete;
+    TrayIconWindow& operator=(const TrayIconWindow&) = delete;
+    ~TrayIconWindow();
+
+    /// Whether something on this display takes icons into its tray now. Any thread.
+    static bool isTrayThere(const std::string& display = {});
+
+  private:
+    class Parts;
+    std::unique_ptr<Parts> parts_;
+};
+
+}  // namespace velmora

@@ -8,8 +8,12 @@
 
 namespace velmora::testing {
 
-/// The application object that event loops need; made once per process.
+/// The application object that event loops need; made once per process, unless the test has made
+/// one with windows.
 inline QCoreApplication& coreApplication() {
+    if (QCoreApplication* const existing = QCoreApplication::instance()) {
+        return *existing;
+    }
     static int count = 1;
     static char name[] = "test";
     static char* arguments[] = {name, nullptr};

@@ -24,7 +24,7 @@ class SystemInspection {
     virtual bool hasAccessibilityBus() const = 0;
     /// Whether programs are told to offer their texts.
     virtual bool isAccessibilityEnabled() const = 0;
-    /// Whether something on the session bus shows tray items.
+    /// Whether something shows tray items: on the session bus, or a panel that embeds icons.
     virtual bool hasTrayHost() const = 0;
 
     /// Why the word list cannot be used; nothing where it can.

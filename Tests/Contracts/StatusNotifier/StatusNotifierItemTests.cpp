@@ -16,6 +16,7 @@
 #include "Velmora/Platform/Linux/StatusNotifier/BusPicture.h"
 #include "Velmora/Platform/Linux/StatusNotifier/BusToolTip.h"
 #include "Velmora/Platform/Linux/StatusNotifier/MenuSession.h"
+#include "Velmora/Platform/Linux/StatusNotifier/TrayHostWatch.h"
 #include "Velmora/Platform/Recorded/ManualClock.h"
 
 namespace velmora {
@@ -323,6 +324,75 @@ TEST_F(StatusNotifierItemTest, HidingEndsTheMenuAndLeavesTheBus) {
     item.hide();
     EXPECT_FALSE(delegate.open);
     EXPECT_EQ(host->menu("GetLayout", {0, -1, QStringList()}).type(), QDBusMessage::ErrorMessage);
+}
+
+TEST_F(StatusNotifierItemTest, TellsHostsWhatIsDifferentInAnOpenMenu) {
+    start();
+    host->aboutToShow();
+    host->event(0, "opened");
+    const int live = idOf("Live: snake__case");
+    delegate.items[1] = MenuItem::note("Live: off");
+    item.menuChanged();
+    EXPECT_EQ(idOf("Live: off"), live);
+}
+
+class TrayHostWatchTest : public StatusNotifierItemTest {
+  protected:
+    void watch() {
+        hosts = std::make_unique<TrayHostWatch>([this](bool isThere) { told.push_back(isThere); });
+        EXPECT_TRUE(told.empty());
+    }
+    bool comesToBe(const std::vector<bool>& expected) {
+        return waitUntil([&] { return told == expected; });
+    }
+
+    std::vector<bool> told;
+    std::unique_ptr<TrayHostWatch> hosts;
+};
+
+TEST_F(TrayHostWatchTest, WithoutAWatcherThereIsNoHostUntilOneComes) {
+    watch();
+    EXPECT_TRUE(comesToBe({false}));
+    ASSERT_TRUE(watcher.appear());
+    EXPECT_TRUE(comesToBe({false, true}));
+    watcher.leave();
+    EXPECT_TRUE(comesToBe({false, true, false}));
+}
+
+TEST_F(TrayHostWatchTest, AWatcherWithoutAHostShowsNothing) {
+    watcher.hostRegistered = false;
+    ASSERT_TRUE(watcher.appear());
+    watch();
+    EXPECT_TRUE(comesToBe({false}));
+    watcher.setHostRegistered(true);
+    EXPECT_TRUE(comesToBe({false, true}));
+    watcher.setHostRegistered(false);
+    EXPECT_TRUE(comesToBe({false, true, false}));
+}
+
+TEST_F(TrayHostWatchTest, AWatcherThatLiesOrKeepsSilentHasNoHost) {
+    for (const auto answer : {TrayWatcher::Answer::error, TrayWatcher::Answer::nonsense,
+                              TrayWatcher::Answer::silence}) {
+        watcher.answer = answer;
+        ASSERT_TRUE(watcher.appear());
+        told.clear();
+        watch();
+        EXPECT_TRUE(comesToBe({false})) << static_cast<int>(answer);
+        hosts.reset();
+        watcher.leave();
+    }
+}
+
+TEST_F(TrayHostWatchTest, AFloodOfSignalsMakesFewQuestions) {
+    ASSERT_TRUE(watcher.appear());
+    watch();
+    EXPECT_TRUE(comesToBe({true}));
+    for (int signal = 0; signal < 500; ++signal) {
+        watcher.setHostRegistered(true);
+    }
+    watcher.setHostRegistered(false);
+    EXPECT_TRUE(comesToBe({true, false}));
+    EXPECT_LT(watcher.questions, 450);
 }
 
 }  // namespace

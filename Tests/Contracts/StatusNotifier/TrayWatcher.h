@@ -2,10 +2,13 @@
 #pragma once
 
 #include <QDBusConnection>
+#include <QDBusError>
 #include <QDBusMessage>
+#include <QDBusVariant>
 #include <QDBusVirtualObject>
 #include <QString>
 #include <QStringList>
+#include <QVariant>
 
 namespace velmora::testing {
 
@@ -33,14 +36,39 @@ class TrayWatcher final : public QDBusVirtualObject {
 
     QString introspect(const QString& /*path*/) const override { return {}; }
 
+    /// A panel of ours comes or goes.
+    void setHostRegistered(bool registered_) {
+        hostRegistered = registered_;
+        bus_.send(QDBusMessage::createSignal(
+            QStringLiteral("/StatusNotifierWatcher"), service(),
+            registered_ ? QStringLiteral("StatusNotifierHostRegistered")
+                        : QStringLiteral("StatusNotifierHostUnregistered")));
+    }
+
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& bus) override {
+        if (message.member() == QStringLiteral("Get")) {
+            ++questions;
+            reply(message, bus, QVariant::fromValue(QDBusVariant(hostRegistered)));
+            return true;
+        }
         if (message.member() != QStringLiteral("RegisterStatusNotifierItem")) {
             return false;
         }
         registered.append(message.arguments().value(0).toString());
+        reply(message, bus, {});
+        return true;
+    }
+
+    QStringList registered;
+    Answer answer = Answer::honest;
+    bool hostRegistered = true;
+    int questions = 0;  ///< Whether there is a host.
+
+  private:
+    void reply(const QDBusMessage& message, const QDBusConnection& bus, const QVariant& value) {
         switch (answer) {
             case Answer::honest:
-                bus.send(message.createReply());
+                bus.send(value.isValid() ? message.createReply(value) : message.createReply());
                 break;
             case Answer::error:
                 bus.send(
@@ -53,13 +81,8 @@ class TrayWatcher final : public QDBusVirtualObject {
                 message.setDelayedReply(true);
                 break;
         }
-        return true;
     }
 
-    QStringList registered;
-    Answer answer = Answer::honest;
-
-  private:
     static QString service() { return QStringLiteral("org.kde.StatusNotifierWatcher"); }
 
     QDBusConnection bus_;

@@ -83,7 +83,40 @@ TEST_F(DoctorCommandTest, WithoutADisplayWhatDependsOnItIsMissingToo) {
 
 TEST_F(DoctorCommandTest, WithoutASessionBusWhatDependsOnItIsMissingToo) {
     system.sessionBus = false;
+    system.tray = false;
     EXPECT_EQ(missing(), (Names{"session bus", "accessibility bus", "accessibility", "tray"}));
+    EXPECT_EQ(doctor::checkTray(system).mend, "sudo apt-get install xfce4-panel");
+    system.tray = true;  // A panel that embeds icons needs no bus.
+    EXPECT_TRUE(doctor::checkTray(system).ok);
+}
+
+TEST_F(DoctorCommandTest, EveryFailureOfALivingDesktopNamesItsCommand) {
+    system.capture = system.compositor = system.accessibilityBus = system.accessibility = false;
+    system.sessionBus = true;
+    system.tray = false;
+    system.dictionary = "no such file";
+    system.paths = {"/usr/bin/apt-get"};
+    const auto findings = doctor::checkAll(system);
+    for (const DoctorFinding& finding : findings) {
+        EXPECT_EQ(finding.ok, finding.mend.empty()) << finding.name;
+    }
+    EXPECT_EQ(missing().size(), findings.size() - 2);  // The display and the session bus are there.
+}
+
+TEST_F(DoctorCommandTest, SoundNeedsAServerOrACard) {
+    system.paths.erase("/run/user/1000/pulse/native");
+    EXPECT_EQ(missing(), Names{"sound"});
+    EXPECT_EQ(doctor::checkSound(system).mend, "sudo apt-get install pipewire-pulse wireplumber");
+    system.paths.insert("/usr/bin/pulseaudio");
+    EXPECT_EQ(doctor::checkSound(system).mend, "pulseaudio --start");
+    system.paths.insert("/usr/bin/pipewire-pulse");
+    EXPECT_EQ(doctor::checkSound(system).mend,
+              "systemctl --user enable --now pipewire-pulse wireplumber");
+    system.paths.insert("/dev/snd/controlC0");
+    EXPECT_EQ(missing(), Names{});
+    system.paths.erase("/dev/snd/controlC0");
+    system.environment["PULSE_SERVER"] = "tcp:music.example";
+    EXPECT_EQ(missing(), Names{});
 }
 
 TEST_F(DoctorCommandTest, AWaylandSessionHasItsOwnAdvice) {

@@ -42,8 +42,10 @@ class FakeSystem final : public SystemInspection {
     bool tray = true;
     std::optional<std::string> dictionary;
     RecognitionStatus recognitionStatus;
-    std::map<std::string, std::string> environment{{"DISPLAY", ":7"}};
+    std::map<std::string, std::string> environment{{"DISPLAY", ":7"},
+                                                   {"XDG_RUNTIME_DIR", "/run/user/1000"}};
     std::set<std::string> paths{
+        "/run/user/1000/pulse/native",
         "/usr/bin/apt-get",
         "/usr/bin/speech-dispatcher",
         "/usr/lib/speech-dispatcher-modules",

@@ -310,5 +310,31 @@ TEST_F(StatusBarControllerTest, WithoutItsModelTheMenuIsEmptyAndHarmless) {
     EXPECT_EQ(updates.checks, 0);
 }
 
+TEST_F(StatusBarControllerTest, AnOpenMenuIsToldOnceOfWhatChangesTogether) {
+    start();
+    item.open();
+    world.model->setHoverLookupEnabled(true);  // The switch and the status line.
+    EXPECT_EQ(item.changes, 0);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(item.changes, 1);
+    EXPECT_TRUE(item.find("Hover lookup")->checked);
+    EXPECT_NE(item.find("Live: Hover lookup ready"), nullptr);
+    updates.observer("1.2.0");
+    QCoreApplication::processEvents();
+    EXPECT_NE(item.find("Update Available: 1.2.0..."), nullptr);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(item.changes, 2);
+}
+
+TEST_F(StatusBarControllerTest, AClosedMenuIsToldOfNothing) {
+    start();
+    item.open();
+    world.model->setHoverLookupEnabled(true);
+    item.delegate->menuDidClose();
+    updates.observer("1.2.0");
+    QCoreApplication::processEvents();
+    EXPECT_EQ(item.changes, 0);
+}
+
 }  // namespace
 }  // namespace velmora

@@ -96,7 +96,8 @@ DoctorFinding checkScreenCapture(const SystemInspection& system) {
                : missing("screen capture",
                          "the X server lacks its Composite extension; text in pictures cannot be "
                          "read",
-                         "");
+                         "printf 'Section \"Extensions\"\\nOption \"Composite\" \"Enable\"\\n"
+                         "EndSection\\n' | sudo tee /etc/X11/xorg.conf.d/10-composite.conf");
 }
 
 DoctorFinding checkCompositor(const SystemInspection& system) {
@@ -142,11 +143,11 @@ DoctorFinding checkAccessibility(const SystemInspection& system) {
 }
 
 DoctorFinding checkTray(const SystemInspection& system) {
-    if (!system.hasSessionBus()) {
-        return missing("tray", noSessionBus, "");
-    }
     if (system.hasTrayHost()) {
         return fine("tray", "the desktop shows tray items");
+    }
+    if (!system.hasSessionBus() && system.displayProblem()) {
+        return missing("tray", noSessionBus, "");
     }
     const PackageNames extension{"gnome-shell-extension-appindicator",
                                  "gnome-shell-extension-appindicator",
@@ -214,6 +215,28 @@ DoctorFinding checkVoice(const SystemInspection& system) {
                            installCommand(system, espeak));
 }
 
+DoctorFinding checkSound(const SystemInspection& system) {
+    const auto runtime = system.environmentValue("XDG_RUNTIME_DIR").value_or("");
+    const bool named = !system.environmentValue("PULSE_SERVER").value_or("").empty();
+    const bool serves = !runtime.empty() && (system.canRead(runtime + "/pulse/native") ||
+                                             system.canRead(runtime + "/pipewire-0"));
+    if (named || serves) {
+        return fine("sound", "a sound server runs");
+    }
+    if (system.canRead("/dev/snd/controlC0")) {
+        return fine("sound", "a sound card without a sound server");
+    }
+    std::string mend =
+        installCommand(system, {"pipewire-pulse wireplumber", "pipewire-pulseaudio wireplumber",
+                                "pipewire-pulse wireplumber"});
+    if (system.canRead("/usr/bin/pipewire-pulse")) {
+        mend = "systemctl --user enable --now pipewire-pulse wireplumber";
+    } else if (system.canRead("/usr/bin/pulseaudio")) {
+        mend = "pulseaudio --start";
+    }
+    return missing("sound", "no sound server runs; words are not heard", mend);
+}
+
 std::vector<DoctorFinding> checkAll(const SystemInspection& system) {
     return {checkDisplay(system),
             checkScreenCapture(system),
@@ -225,7 +248,8 @@ std::vector<DoctorFinding> checkAll(const SystemInspection& system) {
             checkDictionary(system),
             checkRecognition(system),
             checkSpeech(system),
-            checkVoice(system)};
+            checkVoice(system),
+            checkSound(system)};
 }
 
 }  // namespace velmora::doctor

@@ -21,6 +21,7 @@ DoctorFinding checkDictionary(const SystemInspection& system);
 DoctorFinding checkRecognition(const SystemInspection& system);
 DoctorFinding checkSpeech(const SystemInspection& system);
 DoctorFinding checkVoice(const SystemInspection& system);
+DoctorFinding checkSound(const SystemInspection& system);
 
 /// All of them, in the order in which they are told.
 std::vector<DoctorFinding> checkAll(const SystemInspection& system);

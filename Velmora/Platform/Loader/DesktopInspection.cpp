@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "Velmora/Platform/Linux/BusInspection.h"
+#include "Velmora/Platform/LinuxX11/Tray/TrayIconWindow.h"
 #include "Velmora/Platform/LinuxX11/X11Availability.h"
 #include "Velmora/Platform/LinuxX11/X11Compositor.h"
 #include "Velmora/Platform/LinuxX11/X11ScreenCapture.h"
@@ -71,7 +72,8 @@ bool DesktopInspection::isAccessibilityEnabled() const {
 }
 
 bool DesktopInspection::hasTrayHost() const {
-    return answered(busStuck_, businspection::hasTrayHost);
+    return answered(busStuck_, businspection::hasTrayHost) ||
+           answered(displayStuck_, [] { return TrayIconWindow::isTrayThere(); });
 }
 
 std::optional<std::string> DesktopInspection::dictionaryProblem() const {

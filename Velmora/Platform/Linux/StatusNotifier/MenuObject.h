@@ -63,8 +63,9 @@ class MenuObject final : public QObject, protected QDBusContext {
 
   signals:
     void LayoutUpdated(uint revision, int parent);
-    void ItemsPropertiesUpdated(const velmora::BusMenuPropertiesList& updated,
-                                const velmora::BusMenuRemovedList& removed);
+    // The toolkit finds argument types by name, so not by another name of theirs.
+    void ItemsPropertiesUpdated(const QList<velmora::BusMenuProperties>& updated,
+                                const QList<velmora::BusMenuRemoved>& removed);
     // NOLINTEND(readability-identifier-naming)
 
   private slots:

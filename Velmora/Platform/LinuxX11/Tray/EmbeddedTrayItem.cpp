@@ -17,7 +17,7 @@ class EmbeddedTrayItem::Parts {
           appearance_(appearance),
           icon_(
               look.icon, look.accessibilityLabel, [this](const QRect& icon) { open(icon); },
-              display) {}
+              [this] { menu_.close(); }, display) {}
     Parts(const Parts&) = delete;
     Parts& operator=(const Parts&) = delete;
     ~Parts() { menu_.close(); }

@@ -49,12 +49,13 @@ std::uint8_t depthOf(const xcb_screen_t& screen, xcb_visualid_t visual) {
 
 class TrayIconWindow::Parts {
   public:
-    Parts(std::vector<StatusIconPixmap> icon, std::string name, Pressed pressed,
+    Parts(std::vector<StatusIconPixmap> icon, std::string name, Pressed pressed, Lost lost,
           const std::string& display)
         : connection_(display),
           painter_(connection_, std::move(icon)),
           name_(std::move(name)),
           pressed_(std::move(pressed)),
+          lost_(std::move(lost)),
           pump_(
               connection_, [this](const xcb_generic_event_t& event) { handle(event); },
               [this] { finishBatch(); }) {
@@ -74,6 +75,7 @@ class TrayIconWindow::Parts {
     void configured(const xcb_configure_notify_event_t& event);
     void reparented(const xcb_reparent_notify_event_t& event);
     void destroyed(xcb_window_t window);
+    void trayLeft();
     void pressed(const xcb_button_press_event_t& event);
     void finishBatch();
 
@@ -87,6 +89,7 @@ class TrayIconWindow::Parts {
     TrayIconPainter painter_;
     std::string name_;
     Pressed pressed_;
+    Lost lost_;
     xcb_window_t tray_ = XCB_WINDOW_NONE;
     xcb_window_t window_ = XCB_WINDOW_NONE;
     xcb_colormap_t colormap_ = XCB_NONE;
@@ -95,6 +98,7 @@ class TrayIconWindow::Parts {
     int height_ = firstSide;
     bool isDirty_ = false;
     bool mayDock_ = false;
+    bool isLost_ = false;
     QRect pressedAt_;
     X11EventPump pump_;
 };
@@ -141,20 +145,23 @@ void TrayIconWindow::Parts::configured(const xcb_configure_notify_event_t& event
 void TrayIconWindow::Parts::reparented(const xcb_reparent_notify_event_t& event) {
     // A tray that goes gives its icons back to the root window, where they would be in the way.
     if (event.window == window_ && event.parent == connection_.root()) {
-        takeAway();
-        mayDock_ = true;
+        trayLeft();
     }
 }
 
 void TrayIconWindow::Parts::destroyed(xcb_window_t window) {
     if (window == window_) {
         window_ = XCB_WINDOW_NONE;
-        takeAway();
-        mayDock_ = true;
+        trayLeft();
     } else if (window == tray_) {
-        takeAway();
-        mayDock_ = true;
+        trayLeft();
     }
+}
+
+void TrayIconWindow::Parts::trayLeft() {
+    takeAway();
+    isLost_ = true;
+    mayDock_ = true;
 }
 
 void TrayIconWindow::Parts::pressed(const xcb_button_press_event_t& event) {
@@ -178,6 +185,9 @@ void TrayIconWindow::Parts::finishBatch() {
         xcb_ungrab_pointer(c, XCB_CURRENT_TIME);
         xcbOwned(xcb_get_input_focus_reply(c, xcb_get_input_focus(c), nullptr));
         pressed_(std::exchange(pressedAt_, QRect()));
+    }
+    if (std::exchange(isLost_, false)) {
+        lost_();
     }
 }
 
@@ -277,8 +287,9 @@ void TrayIconWindow::Parts::takeAway() {
 }
 
 TrayIconWindow::TrayIconWindow(std::vector<StatusIconPixmap> icon, const std::string& name,
-                               Pressed pressed, const std::string& display)
-    : parts_(std::make_unique<Parts>(std::move(icon), name, std::move(pressed), display)) {}
+                               Pressed pressed, Lost lost, const std::string& display)
+    : parts_(std::make_unique<Parts>(std::move(icon), name, std::move(pressed), std::move(lost),
+                                     display)) {}
 
 TrayIconWindow::~TrayIconWindow() = default;
 

@@ -18,11 +18,13 @@ class TrayIconWindow {
   public:
     /// Called when the icon is pressed, with its place in the root window in native pixels.
     using Pressed = std::function<void(const QRect& icon)>;
+    /// Called when the tray that had the icon is gone.
+    using Lost = std::function<void()>;
 
     /// `name` is what panels may show of it. The display's name is empty for that of the
     /// environment.
     TrayIconWindow(std::vector<StatusIconPixmap> icon, const std::string& name, Pressed pressed,
-                   const std::string& display = {});
+                   Lost lost, const std::string& display = {});
     TrayIconWindow(const TrayIconWindow&) = delete;
     TrayIconWindow& operator=(const TrayIconWindow&) = delete;
     ~TrayIconWindow();

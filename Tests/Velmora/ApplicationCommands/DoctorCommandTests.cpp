@@ -95,6 +95,7 @@ TEST_F(DoctorCommandTest, EveryFailureOfALivingDesktopNamesItsCommand) {
     system.sessionBus = true;
     system.tray = false;
     system.dictionary = "no such file";
+    system.recognitionStatus.missing = {"chi_sim"};
     system.paths = {"/usr/bin/apt-get"};
     const auto findings = doctor::checkAll(system);
     for (const DoctorFinding& finding : findings) {

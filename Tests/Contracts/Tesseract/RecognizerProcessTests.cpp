@@ -214,6 +214,19 @@ TEST(RecognizerProcess, SaysSoWhereTheWorkerProgramIsMissing) {
     EXPECT_FALSE(process.read(someLine(), ScriptModel::simplified));
 }
 
+TEST(RecognizerProcess, GoesOnAfterManyFailuresOnceItIsLookedAt) {
+    RecognizerProcess process({{}, {}, milliseconds(20000), milliseconds(0)});
+    process.start();
+    for (int failure = 0; failure < 8; ++failure) {
+        ASSERT_TRUE(process.waitUntilReady(longEnough));
+        ASSERT_EQ(::kill(process.processId(), SIGKILL), 0);
+        EXPECT_FALSE(process.read(someLine(), ScriptModel::simplified));
+        process.state();
+    }
+    ASSERT_TRUE(process.waitUntilReady(longEnough));
+    EXPECT_TRUE(process.read(someLine(), ScriptModel::simplified));
+}
+
 TEST(RecognizerProcess, SurvivesAProgramThatIsNoWorker) {
     RecognizerProcess process({"/bin/true", {}, milliseconds(20000)});
     process.start();

@@ -2,6 +2,7 @@
 #include "Velmora/Platform/Linux/Tesseract/TesseractRecognizer.h"
 
 #include <gtest/gtest.h>
+#include <signal.h>
 
 #include <algorithm>
 #include <chrono>
@@ -140,6 +141,22 @@ TEST(TesseractRecognizer, SurvivesNoise) {
             EXPECT_LT(candidate->confidence(), 0.99F);
         }
     }
+}
+
+TEST(TesseractRecognizer, AnswersNothingWhereItsWorkerGoesAndGoesOnWithAnother) {
+    TesseractRecognizer recognizer({{}, {}, milliseconds(20000)});
+    recognizer.start();
+    ASSERT_TRUE(recognizer.waitUntilReady(milliseconds(60000)));
+    const Image image = fixturePicture("simplified-light");
+    const Point point{220, 55};
+    const std::string before = bestText(recognizer.recognize(image, point, 3));
+    EXPECT_FALSE(before.empty());
+    ASSERT_EQ(::kill(recognizer.workerProcessId(), SIGKILL), 0);
+    const Image other = fixturePicture("traditional-dark");
+    EXPECT_FALSE(recognizer.recognize(other, Point{120, 55}, 3));
+    ASSERT_TRUE(recognizer.waitUntilReady(milliseconds(60000)));
+    EXPECT_EQ(bestText(recognizer.recognize(image, point, 3)), before);
+    EXPECT_FALSE(bestText(recognizer.recognize(other, Point{120, 55}, 3)).empty());
 }
 
 }  // namespace

@@ -97,8 +97,12 @@ std::optional<double> ShapeMatcher::similarity(const CharacterShape& ink, char32
             if (shapes_.size() >= mostShapes) {
                 shapes_.clear();
             }
+            // A reader that failed just now may draw it the next time.
             const std::optional<GrayImage> drawn = reader_.drawCharacter(character, style);
-            known = shapes_.emplace(key, drawn ? CharacterShape::of(*drawn) : std::nullopt).first;
+            if (!drawn) {
+                continue;
+            }
+            known = shapes_.emplace(key, CharacterShape::of(*drawn)).first;
         }
         if (known->second) {
             const double alike = ink.similarity(*known->second);

@@ -135,12 +135,18 @@ void RecognizerProcess::workerFailed() {
     }
 }
 
-/// Whether a worker is there and ready, after a look at what it has reported meanwhile.
-bool RecognizerProcess::ensureWorker() {
+/// After several failures nobody asks for lines any more, so that whoever looks at the state gives
+/// it another chance.
+void RecognizerProcess::startAgainWhenDue() {
     if (!worker_ && state_.worker == RecognizerState::Worker::unavailable &&
         Clock::now() >= nextStart_) {
         startWorker();
     }
+}
+
+/// Whether a worker is there and ready, after a look at what it has reported meanwhile.
+bool RecognizerProcess::ensureWorker() {
+    startAgainWhenDue();
     return worker_ && takeReports(Clock::now()) && state_.worker == RecognizerState::Worker::ready;
 }
 
@@ -189,6 +195,7 @@ bool RecognizerProcess::waitUntilReady(Duration limit) {
 
 RecognizerState RecognizerProcess::state() {
     if (const std::unique_lock lock(mutex_, std::try_to_lock); lock) {
+        startAgainWhenDue();
         if (worker_) {
             takeReports(Clock::now());
         }

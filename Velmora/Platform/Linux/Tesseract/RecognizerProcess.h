@@ -64,6 +64,7 @@ class RecognizerProcess : public LineReader {
     void startWorker();
     void dropWorker();
     void workerFailed();
+    void startAgainWhenDue();
     bool ensureWorker();
     bool takeReports(Instant deadline);
     void noteReport(const RecognizerMessage& message);

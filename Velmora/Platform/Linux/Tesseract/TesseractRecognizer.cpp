@@ -142,6 +142,10 @@ std::optional<std::vector<TextObservation>> TesseractRecognizer::recognize(
         readAll(job);
     }
     lines_->setWords(nullptr);
+    if (!state().canRead()) {
+        // The worker went in the middle; what was read so far is not what it would have said.
+        return std::nullopt;
+    }
     return std::move(job.observations);
 }
 

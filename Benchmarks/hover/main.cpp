@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "Benchmarks/hover/HoverTable.h"
+#include "Tests/Desktop/Support/PixelPrograms.h"
 
 namespace {
 
@@ -35,11 +36,19 @@ Arguments parse(int count, char** values) {
     return arguments;
 }
 
+/// Those that tell their text first, then those whose text must be read from the screen.
+std::vector<velmora::test::ReadProgram> allPrograms() {
+    std::vector<velmora::test::ReadProgram> programs = velmora::test::ReadProgram::all();
+    const auto& pixels = velmora::test::pixelPrograms();
+    programs.insert(programs.end(), pixels.begin(), pixels.end());
+    return programs;
+}
+
 int run(const Arguments& arguments) {
     using namespace velmora;
     std::vector<benchmark::ProgramFigures> table;
     int failures = 0;
-    for (const test::ReadProgram& program : test::ReadProgram::all()) {
+    for (const test::ReadProgram& program : allPrograms()) {
         const auto& wanted = arguments.programs;
         if (!wanted.empty() &&
             std::find(wanted.begin(), wanted.end(), program.name) == wanted.end()) {

@@ -76,6 +76,9 @@ std::optional<RecognizedRegion> CaptureSequence::recognizeRegion(Point pointer) 
 std::optional<RecognizedRegion> CaptureSequence::captured(const std::vector<Size>& sizes,
                                                           Point pointer) {
     for (const Size size : sizes) {
+        if (isPointless_) {
+            break;
+        }
         if (auto region = capturedOnce(size, pointer)) {
             return region;
         }
@@ -95,7 +98,9 @@ std::optional<RecognizedRegion> CaptureSequence::capturedOnce(Size size, Point p
         recognizer_.recognizeRegion(capture->image, capture->captureRect,
                                     configuration_.ocrIsolatedGlyphMinConfidence, pointer);
     if (!region) {
-        attempt.say([&] { return sizeText(size) + ": " + silenceText(recognizer_.status()); });
+        const RecognitionStatus status = recognizer_.status();
+        isPointless_ = status.stage != RecognitionStatus::Stage::ready;
+        attempt.say([&] { return sizeText(size) + ": " + silenceText(status); });
         return std::nullopt;
     }
     if (region->observations.empty()) {
@@ -106,10 +111,12 @@ std::optional<RecognizedRegion> CaptureSequence::capturedOnce(Size size, Point p
 }
 
 std::optional<RecognizedRegion> CaptureSequence::reexamined(Point pointer) {
-    for (auto capture = captures_.rbegin(); capture != captures_.rend(); ++capture) {
+    for (auto capture = captures_.rbegin(); capture != captures_.rend() && !isPointless_;
+         ++capture) {
         TracedAttempt attempt(tracing_, "closer look");
         const auto region = recropper_.recognizeDetectedTextRegion(*capture, pointer);
         if (!region) {
+            isPointless_ = recognizer_.status().stage != RecognitionStatus::Stage::ready;
             attempt.say([&] {
                 return sizeText(capture->captureRect.size()) + ": no text found at the pointer";
             });

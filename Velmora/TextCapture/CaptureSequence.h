@@ -39,6 +39,9 @@ class CaptureSequence {
     Tracing tracing_;
     std::vector<CapturedImage> captures_;
     std::optional<RecognizedRegion> lineFallbackRegion_;
+
+    /// There is nobody to read. Who is loaded in the middle would see but the last, odd captures.
+    bool isPointless_ = false;
 };
 
 }  // namespace velmora

@@ -225,6 +225,44 @@ TEST_F(Sequence, SaysWhyRecognitionIsSilent) {
     EXPECT_EQ(saidFor({}), "capture: 520 x 160: text recognition gives no answer");
 }
 
+TEST_F(Sequence, EndsWhereThereIsNobodyToRead) {
+    using Stage = RecognitionStatus::Stage;
+    detectCharacterAtCentre();
+    recognizer->onRecognize = [](const Image&) { return std::nullopt; };
+    for (const Stage stage : {Stage::notStarted, Stage::loading, Stage::unavailable}) {
+        recognizer->currentStatus.stage = stage;
+        screen->captured.clear();
+        EXPECT_FALSE(run());
+        EXPECT_EQ(capturedSizes().size(), 1U);
+        EXPECT_TRUE(detector->sizes.empty());
+    }
+}
+
+TEST_F(Sequence, KeepsWhatWasReadBeforeTheReaderWent) {
+    recognizer->onRecognize = [this](const Image& image) -> FakeRecognizer::Lines {
+        if (image.height() > 240) {
+            recognizer->currentStatus.stage = RecognitionStatus::Stage::loading;
+            return std::nullopt;
+        }
+        return centredLine(image, "中文", 0.9F);
+    };
+    const auto region = run();
+    ASSERT_TRUE(region);
+    EXPECT_EQ(region->captureRect.size(), (Size{520, 240}));
+    EXPECT_EQ(capturedSizes().size(), 3U);
+}
+
+TEST_F(Sequence, KeepsWhatItHasWhereTheDisplaysGoAway) {
+    recognizer->onRecognize = [this](const Image& image) {
+        screen->list.clear();
+        return centredLine(image, "中文", 0.9F);
+    };
+    const auto region = run();
+    ASSERT_TRUE(region);
+    EXPECT_EQ(region->captureRect.size(), (Size{520, 160}));
+    EXPECT_EQ(capturedSizes().size(), 1U);
+}
+
 TEST_F(Sequence, DoesNotOfferWhatIsNotTrusted) {
     // A certain position, but a lone character below 0.5.
     recognizer->onRecognize = [](const Image& image) { return centredLine(image, "中a", 0.45F); };

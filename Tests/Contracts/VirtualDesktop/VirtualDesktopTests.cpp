@@ -24,6 +24,13 @@ TEST(VirtualDesktop, startsAProgramAndShowsItsWindow) {
     EXPECT_NE(window.title.find("text.txt"), std::string::npos) << window.title;
 }
 
+TEST(VirtualDesktop, givesTheFocusToWhatOpensFirst) {
+    VirtualDesktop desktop;
+    ChildProcess& editor = desktop.launch({"mousepad"});
+    const VirtualDesktop::Window window = desktop.waitForWindowOf(editor);
+    EXPECT_TRUE(desktop.waitUntil([&] { return desktop.focusedWindow() == window.id; }));
+}
+
 TEST(VirtualDesktop, leavesNothingBehind) {
     std::filesystem::path folder;
     pid_t program = 0;

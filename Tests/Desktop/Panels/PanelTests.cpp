@@ -72,10 +72,10 @@ class PanelTest : public testing::Test {
     void SetUp() override {
         compositor.set(false);
         reader.setVisibility(QWindow::FullScreen);
-        reader.requestActivate();
+        ASSERT_TRUE(until([this] { return reader.isExposed(); }));
+        desktop->activateWindow(reader.winId());
         ASSERT_TRUE(until([this] {
             return QGuiApplication::focusWindow() == &reader &&
-                   desktop->focusedWindow() == reader.winId() &&
                    pixel(600, 20) == ReaderWindow::ground;
         }));
         focused = desktop->focusedWindow();

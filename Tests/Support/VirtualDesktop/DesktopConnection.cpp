@@ -155,6 +155,24 @@ bool DesktopConnection::windowManagerIsThere() const {
     return check.value_or(0) != 0;
 }
 
+std::uint64_t DesktopConnection::openWindow() const {
+    Display* const display = connection_->display;
+    const ::Window window = XCreateSimpleWindow(display, connection_->root, 0, 0, 20, 20, 0, 0, 0);
+    XMapWindow(display, window);
+    XSync(display, False);
+    return window;
+}
+
+void DesktopConnection::closeWindow(std::uint64_t window) const {
+    XDestroyWindow(connection_->display, window);
+    XSync(connection_->display, False);
+}
+
+bool DesktopConnection::focusIsHeldByAnotherThan(std::uint64_t window) const {
+    const std::uint64_t focused = focusedWindow();
+    return focused != window && focused != None && focused != PointerRoot;
+}
+
 std::uint64_t DesktopConnection::focusedWindow() const {
     ::Window window = 0;
     int revert = 0;
@@ -186,7 +204,7 @@ void DesktopConnection::placeWindow(std::uint64_t window, const Rect& client) co
                           std::lround(client.width), std::lround(client.height)});
 }
 
-void DesktopConnection::raiseWindow(std::uint64_t window) const {
+void DesktopConnection::activateWindow(std::uint64_t window) const {
     connection_->message(window, "_NET_ACTIVE_WINDOW", {2, CurrentTime, 0, 0, 0});
 }
 

@@ -19,11 +19,18 @@ class DesktopConnection {
     bool windowManagerIsThere() const;
     std::uint64_t focusedWindow() const;
 
+    /// Whether some window has the focus, and not this one.
+    bool focusIsHeldByAnotherThan(std::uint64_t window) const;
+
+    /// A small window of the test's own.
+    std::uint64_t openWindow() const;
+    void closeWindow(std::uint64_t window) const;
+
     /// Waits for any event of the server, at most this long, and discards what came.
     void awaitEvent(std::chrono::milliseconds timeout) const;
 
     void placeWindow(std::uint64_t window, const Rect& client) const;
-    void raiseWindow(std::uint64_t window) const;
+    void activateWindow(std::uint64_t window) const;
 
     void movePointer(int x, int y) const;
     void movePointerBy(int dx, int dy) const;

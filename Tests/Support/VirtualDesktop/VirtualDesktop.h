@@ -88,7 +88,9 @@ class VirtualDesktop {
     /// Moves and resizes a window as a pager would, and waits until it stands there, give or take
     /// its decoration.
     void placeWindow(std::uint64_t window, const Rect& client);
-    void raiseWindow(std::uint64_t window);
+
+    /// Gives a window the focus as a pager would, and waits until it has it.
+    void activateWindow(std::uint64_t window);
     std::uint64_t focusedWindow() const;
 
     // Pointer and keyboard: hardware-like motion, which monitors of raw events see.
@@ -111,6 +113,8 @@ class VirtualDesktop {
     static void savePng(const Image& image, const std::filesystem::path& file);
 
   private:
+    void startWindowManager();
+
     struct Parts;
     std::unique_ptr<Parts> parts_;
 };

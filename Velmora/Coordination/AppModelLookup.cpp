@@ -62,6 +62,7 @@ void AppModel::handleDwell(Point point, ModifierFlags flags) {
         point, std::move(excluding),
         [weak = QPointer<AppModel>(this), generation, point, flags](const auto& probe) {
             if (weak && weak->hoverGeneration_ == generation) {
+                noteHoverTime("answered");
                 weak->present(probe, point, flags);
             }
         });

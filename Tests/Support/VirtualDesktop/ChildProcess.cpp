@@ -18,10 +18,11 @@ namespace velmora::test {
 
 namespace {
 
-/// The parent process and the session of a running process, from /proc.
+/// What /proc tells of a running process.
 struct ProcessLine {
     pid_t parent = -1;
     pid_t session = -1;
+    long long ticks = 0;  ///< Of processor time.
 };
 
 std::optional<ProcessLine> processLine(pid_t pid) {
@@ -39,12 +40,14 @@ std::optional<ProcessLine> processLine(pid_t pid) {
     int parent = -1;
     int group = -1;
     int session = -1;
-    if (std::sscanf(line.c_str() + end + 1, " %c %d %d %d", &state, &parent, &group, &session) !=
-            4 ||
+    long long user = 0;
+    long long system = 0;
+    if (std::sscanf(line.c_str() + end + 1, " %c %d %d %d %*d %*d %*u %*u %*u %*u %*u %lld %lld",
+                    &state, &parent, &group, &session, &user, &system) != 6 ||
         state == 'Z') {
         return std::nullopt;
     }
-    return ProcessLine{parent, session};
+    return ProcessLine{parent, session, user + system};
 }
 
 std::vector<pid_t> allProcesses() {
@@ -181,6 +184,14 @@ void ChildProcess::signalAll(int signal) const {
     for (const pid_t pid : members()) {
         ::kill(pid, signal);
     }
+}
+
+std::chrono::milliseconds ChildProcess::processorTime() const {
+    long long ticks = 0;
+    for (const pid_t pid : members()) {
+        ticks += processLine(pid).value_or(ProcessLine{}).ticks;
+    }
+    return std::chrono::milliseconds(ticks * 1000 / sysconf(_SC_CLK_TCK));
 }
 
 void ChildProcess::end() {

@@ -47,6 +47,9 @@ class ChildProcess {
     /// Sends a signal to every process of the program (SIGSTOP and SIGCONT, say).
     void signalAll(int signal) const;
 
+    /// What all processes of the program worked so far.
+    std::chrono::milliseconds processorTime() const;
+
     /// Asks the program to end, and ends what is left of it after some seconds.
     void end();
 

@@ -174,6 +174,24 @@ VirtualDesktop::Window VirtualDesktop::waitForWindowOf(const ChildProcess& progr
         timeout);
 }
 
+void VirtualDesktop::awaitRest(const ChildProcess& program, Milliseconds timeout) {
+    constexpr auto stretch = std::chrono::milliseconds(500);
+    constexpr auto little = std::chrono::milliseconds(30);  // A blinking caret, a clock.
+    Milliseconds before = program.processorTime();
+    auto since = Clock::now();
+    waitUntil(
+        [&] {
+            if (Clock::now() - since < stretch) {
+                return false;
+            }
+            const Milliseconds worked = program.processorTime() - before;
+            before += worked;
+            since = Clock::now();
+            return worked <= little;
+        },
+        timeout);
+}
+
 void VirtualDesktop::placeWindow(std::uint64_t window, const Rect& client) {
     std::optional<Clock::time_point> asked;
     std::string where = "no place";

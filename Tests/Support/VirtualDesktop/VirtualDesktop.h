@@ -85,6 +85,10 @@ class VirtualDesktop {
     /// condition holds; false after the deadline.
     bool waitUntil(const std::function<bool()>& condition, Milliseconds timeout = patience);
 
+    /// Waits until the program has next to nothing to do for a while; goes on after the time in
+    /// any case, since some never rest.
+    void awaitRest(const ChildProcess& program, Milliseconds timeout = std::chrono::seconds(15));
+
     /// Moves and resizes a window as a pager would, and waits until it stands there, give or take
     /// its decoration.
     void placeWindow(std::uint64_t window, const Rect& client);

@@ -13,15 +13,26 @@ constexpr qsizetype nameLimit = 1024;
 
 }  // namespace
 
+AtSpiApplications::AtSpiApplications(AtSpiBus& bus) : bus_(bus) {
+    QObject::connect(&bus, &AtSpiBus::programGone, &context_, [this](const QString& name) {
+        known_.removeIf([&](const auto& entry) { return entry.value().root.bus == name; });
+        processes_.remove(name);
+    });
+}
+
 std::optional<AtSpiApplication> AtSpiApplications::find(std::int64_t processId,
                                                         AtSpiDeadline& deadline) {
     if (connectionNumber_ != bus_.connectionNumber()) {
         connectionNumber_ = bus_.connectionNumber();
         processes_.clear();
-        toolkits_.clear();
+        known_.clear();
+    }
+    const auto known = known_.constFind(processId);
+    if (known != known_.constEnd()) {
+        return *known;
     }
     const QList<AtSpiObject> roots = atspireply::objects(
-        bus_.call(atspirequest::children(atspirequest::registryRoot()), deadline),
+        bus_.callOnce(atspirequest::children(atspirequest::registryRoot()), deadline),
         applicationLimit);
     learnProcesses(roots, deadline);
     for (const AtSpiObject& root : roots) {
@@ -29,7 +40,7 @@ std::optional<AtSpiApplication> AtSpiApplications::find(std::int64_t processId,
             continue;
         }
         if (const auto toolkit = toolkitOf(root, deadline)) {
-            return AtSpiApplication{root, *toolkit};
+            return *known_.insert(processId, {root, *toolkit});
         }
     }
     return std::nullopt;
@@ -48,35 +59,28 @@ void AtSpiApplications::learnProcesses(const QList<AtSpiObject>& roots, AtSpiDea
             requests.append(atspirequest::processId(root.bus));
         }
     }
-    const QList<QDBusMessage> replies = bus_.callAll(requests, deadline);
+    const QList<QDBusMessage> replies = bus_.callOnce(requests, deadline);
     for (qsizetype i = 0; i < unknown.size(); ++i) {
         if (const auto process = atspireply::unsignedInteger(replies.at(i))) {
             known.insert(unknown.at(i), *process);
         }
     }
     processes_ = known;
-    toolkits_.removeIf([&](const auto& entry) { return !known.contains(entry.key()); });
 }
 
 std::optional<AtSpiToolkit> AtSpiApplications::toolkitOf(const AtSpiObject& root,
                                                          AtSpiDeadline& deadline) {
-    const auto found = toolkits_.constFind(root.bus);
-    if (found != toolkits_.constEnd()) {
-        return *found;
-    }
     const QList<QDBusMessage> replies =
-        bus_.callAll({atspirequest::toolkitName(root), atspirequest::toolkitVersion(root),
-                      atspirequest::name(root)},
-                     deadline);
+        bus_.callOnce({atspirequest::toolkitName(root), atspirequest::toolkitVersion(root),
+                       atspirequest::name(root)},
+                      deadline);
     const auto toolkit = atspireply::textProperty(replies.at(0), nameLimit);
     if (!toolkit) {
         return std::nullopt;
     }
-    const AtSpiToolkit result = atSpiToolkit(
-        *toolkit, atspireply::textProperty(replies.at(1), nameLimit).value_or(QString()),
-        atspireply::textProperty(replies.at(2), nameLimit).value_or(QString()));
-    toolkits_.insert(root.bus, result);
-    return result;
+    return atSpiToolkit(*toolkit,
+                        atspireply::textProperty(replies.at(1), nameLimit).value_or(QString()),
+                        atspireply::textProperty(replies.at(2), nameLimit).value_or(QString()));
 }
 
 }  // namespace velmora

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QHash>
+#include <QObject>
 #include <cstdint>
 #include <optional>
 
@@ -17,11 +18,11 @@ struct AtSpiApplication {
     AtSpiToolkit toolkit = AtSpiToolkit::other;
 };
 
-/// Finds programs by their process. The registry is asked every time, which is cheap; what a
-/// program is called and made with is remembered. Worker thread only.
+/// Finds programs by their process. The registry is asked for each one until it is found; from then
+/// on it is known until it leaves the bus. Worker thread only.
 class AtSpiApplications {
   public:
-    explicit AtSpiApplications(AtSpiBus& bus) : bus_(bus) {}
+    explicit AtSpiApplications(AtSpiBus& bus);
 
     /// Nothing where no program of this process is on the bus, or it does not say what it is.
     std::optional<AtSpiApplication> find(std::int64_t processId, AtSpiDeadline& deadline);
@@ -33,7 +34,8 @@ class AtSpiApplications {
     AtSpiBus& bus_;
     int connectionNumber_ = 0;  ///< Of the bus whose names are known.
     QHash<QString, std::uint32_t> processes_;
-    QHash<QString, AtSpiToolkit> toolkits_;
+    QHash<std::int64_t, AtSpiApplication> known_;
+    QObject context_;  ///< Ends the connection to the bus's signals.
 };
 
 }  // namespace velmora

@@ -3,7 +3,9 @@
 
 #include <QDBusPendingCall>
 #include <QDBusVariant>
+#include <algorithm>
 #include <atomic>
+#include <iterator>
 
 #include "Velmora/Platform/Linux/AtSpi/AtSpiReply.h"
 #include "Velmora/Platform/Linux/AtSpi/AtSpiRequest.h"
@@ -18,7 +20,6 @@ constexpr AtSpiDeadline::Milliseconds leastWaitToBlame{50};
 constexpr AtSpiDeadline::Milliseconds leastFocusWaitToBlame{25};
 constexpr std::chrono::milliseconds rarestTry{30000};
 constexpr auto betweenAttempts = std::chrono::seconds(1);
-constexpr qsizetype rememberedFocusLimit = 256;
 constexpr qsizetype pipelineLimit = 128;
 constexpr qsizetype addressLimit = 4096;
 
@@ -182,7 +183,8 @@ void AtSpiBus::listenToFocus() {
 
 void AtSpiBus::dropAccessibility() {
     grant_.reachable = false;
-    lastFocus_.clear();
+    focus_.forgetAll();
+    foresight_.forgetAll();
     hoverHealth_.forgetAll();
     focusHealth_.forgetAll();
     if (!accessibility_.name().isEmpty()) {
@@ -237,54 +239,106 @@ void AtSpiBus::focusChanged(const QDBusMessage& signal) {
     if (values.size() < 2 || values.at(1).typeId() != QMetaType::Int) {
         return;
     }
-    if (values.at(1).toInt() == 0) {
-        const auto found = lastFocus_.constFind(signal.service());
-        if (found != lastFocus_.constEnd() && found->path == signal.path()) {
-            lastFocus_.erase(found);
-        }
-    } else if (lastFocus_.size() < rememberedFocusLimit || lastFocus_.contains(signal.service())) {
-        lastFocus_.insert(signal.service(), {signal.service(), signal.path()});
-    }
+    focus_.tell({signal.service(), signal.path()}, values.at(1).toInt() != 0);
 }
 
 void AtSpiBus::programLeft(const QString& name, const QString&, const QString& after) {
     if (after.isEmpty()) {
-        lastFocus_.remove(name);
+        focus_.forget(name);
+        foresight_.forget(name);
+        emit programGone(name);
     }
 }
 
-QList<QDBusMessage> AtSpiBus::callAll(const QList<QDBusMessage>& requests,
-                                      AtSpiDeadline& deadline) {
-    QList<QDBusMessage> replies;
-    replies.reserve(requests.size());
-    for (qsizetype first = 0; first < requests.size(); first += pipelineLimit) {
-        callTogether(requests.mid(first, pipelineLimit), deadline, replies);
+QList<QDBusMessage> AtSpiBus::callAll(const QList<AtSpiQuestion>& questions,
+                                      AtSpiDeadline& deadline, const QList<QDBusMessage>& ahead) {
+    QList<QDBusMessage> replies(questions.size());
+    QList<QDBusMessage> calls;
+    QList<qsizetype> places;
+    const bool foresees = deadline.purpose() != AtSpiPurpose::mainThread && !deadline.isOver();
+    for (qsizetype i = 0; i < questions.size(); ++i) {
+        std::optional<QDBusMessage> known;
+        if (foresees) {
+            foresight_.note(questions.at(i));
+            known = foresight_.answer(questions.at(i).message);
+        }
+        if (known) {
+            replies[i] = *known;
+        } else {
+            calls.append(questions.at(i).message);
+            places.append(i);
+        }
+    }
+    if (calls.isEmpty()) {
+        return replies;
+    }
+    if (foresees) {
+        std::copy_if(ahead.begin(), ahead.end(), std::back_inserter(calls),
+                     [this](const QDBusMessage& call) { return !foresight_.answer(call); });
+    }
+    const QList<QDBusMessage> answers = send(calls, deadline);
+    for (qsizetype i = 0; i < calls.size(); ++i) {
+        if (i < places.size()) {
+            replies[places.at(i)] = answers.at(i);
+        }
+        if (foresees) {
+            foresight_.keep(calls.at(i), answers.at(i));
+        }
     }
     return replies;
 }
 
-void AtSpiBus::callTogether(const QList<QDBusMessage>& requests, AtSpiDeadline& deadline,
+QDBusMessage AtSpiBus::call(const AtSpiQuestion& question, AtSpiDeadline& deadline) {
+    return callAll({question}, deadline).first();
+}
+
+QList<QDBusMessage> AtSpiBus::callOnce(const QList<QDBusMessage>& calls, AtSpiDeadline& deadline) {
+    return send(calls, deadline);
+}
+
+QDBusMessage AtSpiBus::callOnce(const QDBusMessage& call, AtSpiDeadline& deadline) {
+    return send({call}, deadline).first();
+}
+
+void AtSpiBus::foresee(const QString& bus, std::optional<Point> capture, AtSpiDeadline& deadline) {
+    const QList<QDBusMessage> calls = foresight_.expected(bus, capture);
+    const QList<QDBusMessage> answers = send(calls, deadline);
+    for (qsizetype i = 0; i < calls.size(); ++i) {
+        foresight_.keep(calls.at(i), answers.at(i));
+    }
+}
+
+QList<QDBusMessage> AtSpiBus::send(const QList<QDBusMessage>& calls, AtSpiDeadline& deadline) {
+    QList<QDBusMessage> replies;
+    replies.reserve(calls.size());
+    for (qsizetype first = 0; first < calls.size(); first += pipelineLimit) {
+        sendTogether(calls.mid(first, pipelineLimit), deadline, replies);
+    }
+    return replies;
+}
+
+void AtSpiBus::sendTogether(const QList<QDBusMessage>& calls, AtSpiDeadline& deadline,
                             QList<QDBusMessage>& replies) {
     const auto timeout = deadline.forNextCall();
     QList<std::optional<QDBusPendingCall>> pending;
-    for (const QDBusMessage& request : requests) {
+    for (const QDBusMessage& call : calls) {
         if (timeout.count() > 0 && accessibility_.isConnected() &&
-            !isLeftAlone(request.service(), deadline.purpose())) {
-            pending.append(accessibility_.asyncCall(request, static_cast<int>(timeout.count())));
+            !isLeftAlone(call.service(), deadline.purpose())) {
+            pending.append(accessibility_.asyncCall(call, static_cast<int>(timeout.count())));
         } else {
             pending.append(std::nullopt);
         }
     }
-    for (qsizetype i = 0; i < requests.size(); ++i) {
+    for (qsizetype i = 0; i < calls.size(); ++i) {
         if (!pending.at(i)) {
-            replies.append(refusal(requests.at(i)));
+            replies.append(refusal(calls.at(i)));
             continue;
         }
         pending[i]->waitForFinished();
         replies.append(pending.at(i)->reply());
         if (atspireply::isTimeout(replies.last())) {
             deadline.giveUp();
-            blame(requests.at(i).service(), deadline.purpose(), timeout);
+            blame(calls.at(i).service(), deadline.purpose(), timeout);
         }
     }
 }
@@ -297,18 +351,9 @@ void AtSpiBus::blame(const QString& bus, AtSpiPurpose purpose, AtSpiDeadline::Mi
     }
 }
 
-QDBusMessage AtSpiBus::call(const QDBusMessage& request, AtSpiDeadline& deadline) {
-    return callAll({request}, deadline).first();
-}
-
 bool AtSpiBus::isLeftAlone(const QString& bus, AtSpiPurpose purpose) {
     return hoverHealth_.isLeftAlone(bus) ||
            (purpose != AtSpiPurpose::hover && focusHealth_.isLeftAlone(bus));
-}
-
-std::optional<AtSpiObject> AtSpiBus::lastFocus(const QString& bus) const {
-    const auto found = lastFocus_.constFind(bus);
-    return found == lastFocus_.constEnd() ? std::nullopt : std::optional(*found);
 }
 
 }  // namespace velmora

@@ -3,13 +3,14 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QHash>
 #include <QList>
 #include <QObject>
 #include <QTimer>
 #include <optional>
 
 #include "Velmora/Platform/Linux/AtSpi/AtSpiDeadline.h"
+#include "Velmora/Platform/Linux/AtSpi/AtSpiFocusMemory.h"
+#include "Velmora/Platform/Linux/AtSpi/AtSpiForesight.h"
 #include "Velmora/Platform/Linux/AtSpi/AtSpiGrant.h"
 #include "Velmora/Platform/Linux/AtSpi/AtSpiHealth.h"
 #include "Velmora/Platform/Linux/AtSpi/AtSpiObject.h"
@@ -39,14 +40,31 @@ class AtSpiBus : public QObject {
 
     /// Sends all of them before waiting for the first answer. Each answer is an error where the
     /// program refuses, is being left alone, or did not answer in time; after the last of these no
-    /// further call of this deadline is sent.
-    QList<QDBusMessage> callAll(const QList<QDBusMessage>& requests, AtSpiDeadline& deadline);
-    QDBusMessage call(const QDBusMessage& request, AtSpiDeadline& deadline);
+    /// further call of this deadline is sent. The answers of `ahead` are not needed yet: where
+    /// something has to be sent at all they come along and are there when they are asked for.
+    QList<QDBusMessage> callAll(const QList<AtSpiQuestion>& questions, AtSpiDeadline& deadline,
+                                const QList<QDBusMessage>& ahead = {});
+    QDBusMessage call(const AtSpiQuestion& question, AtSpiDeadline& deadline);
+
+    /// The same for what no other extraction will ask again, or what is asked once more because
+    /// the first answer was none.
+    QList<QDBusMessage> callOnce(const QList<QDBusMessage>& calls, AtSpiDeadline& deadline);
+    QDBusMessage callOnce(const QDBusMessage& call, AtSpiDeadline& deadline);
+
+    /// A new extraction: answers of the last one serve no more.
+    void beginExtraction() { foresight_.begin(); }
+
+    /// Asks the program at once what it will probably be asked in this extraction, at this point in
+    /// capture space if there is one.
+    void foresee(const QString& bus, std::optional<Point> capture, AtSpiDeadline& deadline);
 
     bool isLeftAlone(const QString& bus, AtSpiPurpose purpose);
 
-    /// The object of this program that last got the focus since we listen.
-    std::optional<AtSpiObject> lastFocus(const QString& bus) const;
+    AtSpiFocusMemory& focus() { return focus_; }
+
+  signals:
+    /// A program is gone from the accessibility bus, and its name with it.
+    void programGone(const QString& bus);
 
   private slots:
     void statusChanged(const QString& interface, const QVariantMap& changed,
@@ -65,8 +83,9 @@ class AtSpiBus : public QObject {
     void tryLater();
     void dropAccessibility();
     void dropSession();
-    void callTogether(const QList<QDBusMessage>& requests, AtSpiDeadline& deadline,
+    void sendTogether(const QList<QDBusMessage>& calls, AtSpiDeadline& deadline,
                       QList<QDBusMessage>& replies);
+    QList<QDBusMessage> send(const QList<QDBusMessage>& calls, AtSpiDeadline& deadline);
     void blame(const QString& bus, AtSpiPurpose purpose, AtSpiDeadline::Milliseconds waited);
 
     AtSpiGrant& grant_;
@@ -75,7 +94,8 @@ class AtSpiBus : public QObject {
     int connectionNumber_ = 0;
     AtSpiHealth hoverHealth_;
     AtSpiHealth focusHealth_;
-    QHash<QString, AtSpiObject> lastFocus_;
+    AtSpiForesight foresight_;
+    AtSpiFocusMemory focus_;
     std::optional<AtSpiDeadline::Clock::time_point> lastAttempt_;
     static constexpr std::chrono::milliseconds firstRetry{1000};
     std::chrono::milliseconds untilNextTry_ = firstRetry;

@@ -62,8 +62,10 @@ AccessibilityElement::Pointer AtSpiElement::parent() const {
             if (!parent || parent->isNull() || parent->bus != state.object.bus) {
                 return std::nullopt;
             }
-            const auto role =
-                atspireply::unsignedInteger(bus.call(atspirequest::role(*parent), deadline));
+            const QList<QDBusMessage> replies =
+                bus.callAll({atspirequest::role(*parent)}, deadline,
+                            {atspirequest::parent(*parent), atspirequest::characterCount(*parent)});
+            const auto role = atspireply::unsignedInteger(replies.first());
             const bool isProgram = role == static_cast<std::uint32_t>(AtSpiRole::application);
             return role && !isProgram ? parent : std::nullopt;
         });

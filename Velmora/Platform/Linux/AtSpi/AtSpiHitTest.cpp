@@ -22,8 +22,11 @@ constexpr int rootPaneSearchLimit = 16;
 
 const QString textInterface = QStringLiteral("org.a11y.atspi.Text");
 
-int rounded(double value) {
-    return static_cast<int>(std::floor(std::clamp(value, -1e6, 1e6)));
+/// What is asked of every element that is found, sooner or later.
+QList<QDBusMessage> basics(const AtSpiObject& object) {
+    return {atspirequest::interfaces(object),     atspirequest::characterCount(object),
+            atspirequest::role(object),           atspirequest::parent(object),
+            atspirequest::selectionCount(object), atspirequest::selection(object, 0)};
 }
 
 bool isEmptyText(const QDBusMessage& interfaces, const QDBusMessage& count) {
@@ -39,7 +42,7 @@ AtSpiHit AtSpiHitTest::textElementAt(const AtSpiWindow& window, Point capture) {
 
 AtSpiHit AtSpiHitTest::deepestAt(const AtSpiWindow& window, Point capture) {
     AtSpiHit hit{window.object, window.space};
-    QList<AtSpiObject> seen{hit.object};
+    path_ = {hit.object};
     for (int depth = 0; depth < depthLimit && !deadline_.isOver(); ++depth) {
         std::optional<AtSpiObject> child = childAt(hit, capture, depth == 0);
         if (child && *child == hit.object && toolkit_ == AtSpiToolkit::chromium) {
@@ -47,25 +50,24 @@ AtSpiHit AtSpiHitTest::deepestAt(const AtSpiWindow& window, Point capture) {
             // that was the whole page.
             child = scanChildren(hit.object, hit.space, hit.space.targetFromCapture(capture), 0);
         }
-        if (!child || seen.contains(*child)) {
+        if (!child || path_.contains(*child)) {
             break;
         }
         hit = {*child, spaceBelow(hit, *child)};
-        seen.append(*child);
+        path_.append(*child);
     }
     return hit;
 }
 
 std::optional<AtSpiObject> AtSpiHitTest::childAt(const AtSpiHit& hit, Point capture, bool isFirst) {
     const Point target = hit.space.targetFromCapture(capture);
-    const QDBusMessage request = atspirequest::elementAtPoint(
-        hit.object, rounded(target.x), rounded(target.y), hit.space.coordinates());
-    QList<QDBusMessage> replies =
-        bus_.callAll({request, atspirequest::childCount(hit.object)}, deadline_);
+    const AtSpiQuestion question = atspirequest::elementAtPoint(hit.object, hit.space, capture);
+    const QList<QDBusMessage> replies = bus_.callAll(
+        {question, atspirequest::childCount(hit.object)}, deadline_, basics(hit.object));
     std::optional<AtSpiObject> child = atspireply::object(replies.first());
     if (isFirst && toolkit_ == AtSpiToolkit::gecko && (!child || child->isNull())) {
         // The first question after a page was shown wakes its tree up.
-        child = atspireply::object(bus_.call(request, deadline_));
+        child = atspireply::object(bus_.callOnce(question.message, deadline_));
     }
     if (child && !child->isNull()) {
         return child;
@@ -89,7 +91,7 @@ std::optional<AtSpiObject> AtSpiHitTest::scanChildren(const AtSpiObject& parent,
         atspireply::objects(bus_.call(atspirequest::children(parent), deadline_),
                             std::min(childrenPerScan, scanLimit - scanned_));
     scanned_ += static_cast<int>(children.size());
-    QList<QDBusMessage> requests;
+    QList<AtSpiQuestion> requests;
     for (const AtSpiObject& child : children) {
         requests << atspirequest::states(child) << atspirequest::role(child)
                  << atspirequest::extents(child, space.coordinates());
@@ -194,16 +196,13 @@ AtSpiHit AtSpiHitTest::withEnclosingText(AtSpiHit hit, Point capture) {
 }
 
 bool AtSpiHitTest::showsTextAt(const AtSpiObject& object, const AtSpiSpace& space, Point capture) {
-    const Point target = space.targetFromCapture(capture);
     const std::optional<int> offset = atspireply::integer(
-        bus_.call(atspirequest::offsetAtPoint(object, rounded(target.x), rounded(target.y),
-                                              space.coordinates()),
-                  deadline_));
+        bus_.call(atspirequest::offsetAtPoint(object, space, capture), deadline_));
     if (!offset || *offset < 0 || *offset > std::numeric_limits<int>::max() - 1) {
         return false;
     }
-    const std::optional<QString> character =
-        atspireply::text(bus_.call(atspirequest::text(object, *offset, *offset + 1), deadline_), 4);
+    const std::optional<QString> character = atspireply::text(
+        bus_.callOnce(atspirequest::text(object, *offset, *offset + 1), deadline_), 4);
     return character && !character->isEmpty() && character->at(0) != QChar(embeddedObject);
 }
 

@@ -26,6 +26,9 @@ class AtSpiHitTest {
     /// nothing inside.
     AtSpiHit textElementAt(const AtSpiWindow& window, Point capture);
 
+    /// The elements from the window down to the one that was found last.
+    const QList<AtSpiObject>& path() const { return path_; }
+
     /// The place of an element of which only the object is known, in its window.
     AtSpiSpace spaceOf(const AtSpiObject& object, const AtSpiSpace& windowSpace);
 
@@ -44,6 +47,7 @@ class AtSpiHitTest {
     AtSpiToolkit toolkit_;
     AtSpiDeadline& deadline_;
     int scanned_ = 0;
+    QList<AtSpiObject> path_;
 };
 
 }  // namespace velmora

@@ -20,8 +20,7 @@ QDBusMessage cellRequest(const AtSpiElementState& state, int offset) {
 }
 
 QDBusMessage positionRequest(const AtSpiElementState& state, double x, double y) {
-    return atspirequest::offsetAtPoint(state.object, static_cast<int>(std::floor(x)),
-                                       static_cast<int>(std::floor(y)), state.space.coordinates());
+    return atspirequest::offsetAtTarget(state.object, {x, y}, state.space.coordinates());
 }
 
 /// The offset of the first character that has a cell of some width, which line breaks have not.
@@ -52,7 +51,7 @@ void learnMultiLine(AtSpiBus& bus, AtSpiElementState& state, AtSpiDeadline& dead
 
 void learnSingleLine(AtSpiBus& bus, AtSpiElementState& state, const Rect& field,
                      AtSpiDeadline& deadline) {
-    QList<QDBusMessage> requests;
+    QList<AtSpiQuestion> requests;
     for (int column = 0; column < columnsLookedAt; ++column) {
         requests.append(positionRequest(state, field.x + column, field.midY()));
     }

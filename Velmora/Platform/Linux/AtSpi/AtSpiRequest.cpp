@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "Velmora/Platform/Linux/AtSpi/AtSpiRequest.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace velmora::atspirequest {
 
 namespace {
@@ -19,6 +22,15 @@ QDBusMessage call(const AtSpiObject& object, const char* interface, const char* 
     // A name that is gone must not start anything.
     message.setAutoStartService(false);
     return message;
+}
+
+/// The pixel that holds the place.
+int pixel(double value) {
+    return static_cast<int>(std::floor(std::clamp(value, -1e6, 1e6)));
+}
+
+QVariantList place(Point target, AtSpiCoordinates coordinates) {
+    return {pixel(target.x), pixel(target.y), static_cast<unsigned>(coordinates)};
 }
 
 }  // namespace
@@ -64,9 +76,10 @@ QDBusMessage toolkitVersion(const AtSpiObject& object) {
     return property(object, application, "Version");
 }
 
-QDBusMessage elementAtPoint(const AtSpiObject& object, int x, int y, AtSpiCoordinates coordinates) {
-    return call(object, component, "GetAccessibleAtPoint",
-                {x, y, static_cast<unsigned>(coordinates)});
+AtSpiQuestion elementAtPoint(const AtSpiObject& object, const AtSpiSpace& space, Point capture) {
+    return {call(object, component, "GetAccessibleAtPoint",
+                 place(space.targetFromCapture(capture), space.coordinates())),
+            space};
 }
 
 QDBusMessage extents(const AtSpiObject& object, AtSpiCoordinates coordinates) {
@@ -90,9 +103,12 @@ QDBusMessage lineAtOffset(const AtSpiObject& object, int offset) {
     return call(object, textInterface, "GetStringAtOffset", {offset, lineGranularity});
 }
 
-QDBusMessage offsetAtPoint(const AtSpiObject& object, int x, int y, AtSpiCoordinates coordinates) {
-    return call(object, textInterface, "GetOffsetAtPoint",
-                {x, y, static_cast<unsigned>(coordinates)});
+AtSpiQuestion offsetAtPoint(const AtSpiObject& object, const AtSpiSpace& space, Point capture) {
+    return {offsetAtTarget(object, space.targetFromCapture(capture), space.coordinates()), space};
+}
+
+QDBusMessage offsetAtTarget(const AtSpiObject& object, Point target, AtSpiCoordinates coordinates) {
+    return call(object, textInterface, "GetOffsetAtPoint", place(target, coordinates));
 }
 
 QDBusMessage rangeExtents(const AtSpiObject& object, int from, int to,
@@ -111,6 +127,15 @@ QDBusMessage selectionCount(const AtSpiObject& object) {
 
 QDBusMessage text(const AtSpiObject& object, int from, int to) {
     return call(object, textInterface, "GetText", {from, to});
+}
+
+QDBusMessage askedOf(const AtSpiQuestion& question, Point capture) {
+    QDBusMessage message = question.message;
+    if (question.space) {
+        message.setArguments(
+            place(question.space->targetFromCapture(capture), question.space->coordinates()));
+    }
+    return message;
 }
 
 AtSpiObject registryRoot() {

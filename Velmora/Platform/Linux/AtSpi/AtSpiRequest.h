@@ -4,12 +4,11 @@
 #include <QDBusMessage>
 #include <QVariantList>
 
+#include "Velmora/Platform/Linux/AtSpi/AtSpiCoordinates.h"
 #include "Velmora/Platform/Linux/AtSpi/AtSpiObject.h"
+#include "Velmora/Platform/Linux/AtSpi/AtSpiQuestion.h"
 
 namespace velmora {
-
-/// Whose coordinates a call speaks: the whole desktop's or the window's.
-enum class AtSpiCoordinates : unsigned { screen = 0, window = 1 };
 
 /// The calls that are made on the accessibility bus. Every one only reads.
 namespace atspirequest {
@@ -30,7 +29,7 @@ QDBusMessage toolkitName(const AtSpiObject& object);
 QDBusMessage toolkitVersion(const AtSpiObject& object);
 
 // Component
-QDBusMessage elementAtPoint(const AtSpiObject& object, int x, int y, AtSpiCoordinates coordinates);
+AtSpiQuestion elementAtPoint(const AtSpiObject& object, const AtSpiSpace& space, Point capture);
 QDBusMessage extents(const AtSpiObject& object, AtSpiCoordinates coordinates);
 
 // Text
@@ -38,12 +37,16 @@ QDBusMessage caretOffset(const AtSpiObject& object);
 QDBusMessage characterCount(const AtSpiObject& object);
 QDBusMessage characterExtents(const AtSpiObject& object, int offset, AtSpiCoordinates coordinates);
 QDBusMessage lineAtOffset(const AtSpiObject& object, int offset);
-QDBusMessage offsetAtPoint(const AtSpiObject& object, int x, int y, AtSpiCoordinates coordinates);
+AtSpiQuestion offsetAtPoint(const AtSpiObject& object, const AtSpiSpace& space, Point capture);
+QDBusMessage offsetAtTarget(const AtSpiObject& object, Point target, AtSpiCoordinates coordinates);
 QDBusMessage rangeExtents(const AtSpiObject& object, int from, int to,
                           AtSpiCoordinates coordinates);
 QDBusMessage selection(const AtSpiObject& object, int index);
 QDBusMessage selectionCount(const AtSpiObject& object);
 QDBusMessage text(const AtSpiObject& object, int from, int to);
+
+/// A question about a place, asked of another one (capture space).
+QDBusMessage askedOf(const AtSpiQuestion& question, Point capture);
 
 // The bus itself and its registry of programs.
 AtSpiObject registryRoot();

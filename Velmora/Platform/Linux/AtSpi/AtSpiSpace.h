@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Velmora/Platform/Geometry.h"
-#include "Velmora/Platform/Linux/AtSpi/AtSpiRequest.h"
+#include "Velmora/Platform/Linux/AtSpi/AtSpiCoordinates.h"
 #include "Velmora/Platform/Linux/AtSpi/AtSpiToolkit.h"
 #include "Velmora/Platform/ScreenGeometry.h"
 

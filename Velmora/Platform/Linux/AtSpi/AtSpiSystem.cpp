@@ -29,16 +29,20 @@ FoundElement found(const AtSpiBus& bus, const AtSpiHit& hit, AtSpiToolkit toolki
 
 FoundElement findElementAt(AtSpiService::Core& core, const WindowInfo& window, Point capture,
                            const ScreenGeometry& geometry, AtSpiDeadline& deadline) {
+    core.bus.beginExtraction();
+    core.bus.focus().expectAmong({});
     const auto application = core.applications.find(window.processId, deadline);
     if (!application || core.bus.isLeftAlone(application->root.bus, deadline.purpose())) {
         return std::nullopt;
     }
+    core.bus.foresee(application->root.bus, capture, deadline);
     const auto frame = findAtSpiWindow(core.bus, *application, window, geometry, deadline);
     if (!frame) {
         return std::nullopt;
     }
     AtSpiHitTest test(core.bus, application->toolkit, deadline);
     const AtSpiHit hit = test.textElementAt(*frame, capture);
+    core.bus.focus().expectAmong(test.path());
     // A program that fell silent on the way is not asked on; its window will do.
     return deadline.isOver() ? std::nullopt : found(core.bus, hit, application->toolkit);
 }
@@ -49,6 +53,7 @@ FoundElement findFocus(AtSpiService::Core& core, const WindowInfo& window,
     if (!application || core.bus.isLeftAlone(application->root.bus, deadline.purpose())) {
         return std::nullopt;
     }
+    core.bus.foresee(application->root.bus, std::nullopt, deadline);
     const auto frame = findAtSpiWindow(core.bus, *application, window, geometry, deadline);
     if (!frame) {
         return std::nullopt;

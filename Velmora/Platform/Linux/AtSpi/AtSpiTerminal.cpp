@@ -15,10 +15,6 @@ namespace {
 constexpr qsizetype rowLimit = 8192;
 constexpr int rowsPerRange = 64;
 
-int rounded(double value) {
-    return static_cast<int>(std::floor(std::clamp(value, -1e6, 1e6)));
-}
-
 }  // namespace
 
 int AtSpiTerminal::cellsOf(char32_t character) {
@@ -34,11 +30,11 @@ int AtSpiTerminal::cellsOf(char32_t character) {
 
 std::optional<AtSpiTerminal::Row> AtSpiTerminal::rowAt(int offset) {
     const auto line = atspireply::line(
-        bus_.call(atspirequest::lineAtOffset(state_.object, offset), deadline_), rowLimit);
+        bus_.callOnce(atspirequest::lineAtOffset(state_.object, offset), deadline_), rowLimit);
     if (!line || offset < line->from) {
         return std::nullopt;
     }
-    const auto cell = atspireply::extents(bus_.call(
+    const auto cell = atspireply::extents(bus_.callOnce(
         atspirequest::characterExtents(state_.object, line->from, state_.space.coordinates()),
         deadline_));
     if (!cell) {
@@ -51,11 +47,10 @@ std::optional<AtSpiTerminal::Row> AtSpiTerminal::rowAt(int offset) {
     return row;
 }
 
-std::optional<int> AtSpiTerminal::offsetAt(Point target) {
+std::optional<int> AtSpiTerminal::offsetAt(Point capture) {
+    const Point target = state_.space.targetFromCapture(capture);
     const auto nearest = atspireply::integer(
-        bus_.call(atspirequest::offsetAtPoint(state_.object, rounded(target.x), rounded(target.y),
-                                              state_.space.coordinates()),
-                  deadline_));
+        bus_.call(atspirequest::offsetAtPoint(state_.object, state_.space, capture), deadline_));
     if (!nearest || *nearest < 0) {
         return std::nullopt;
     }

@@ -18,7 +18,7 @@ class AtSpiTerminal {
     AtSpiTerminal(AtSpiBus& bus, const AtSpiElementState& state, AtSpiDeadline& deadline)
         : bus_(bus), state_(state), deadline_(deadline) {}
 
-    std::optional<int> offsetAt(Point target);
+    std::optional<int> offsetAt(Point capture);
     std::optional<Rect> bounds(int from, int to);
 
     /// The characters of a selection of which the terminal told. It counts columns in place of

@@ -17,10 +17,6 @@ constexpr int roundLimit = 8;
 constexpr int boundsSampleLimit = 64;
 constexpr double slack = 1.5;  // Toolkits round cells to whole pixels and leave gaps.
 
-int rounded(double value) {
-    return static_cast<int>(std::floor(std::clamp(value, -1e6, 1e6)));
-}
-
 double distance(const Rect& rect, Point point) {
     const double dx = std::max({rect.minX() - point.x, point.x - rect.maxX(), 0.0});
     const double dy = std::max({rect.minY() - point.y, point.y - rect.maxY(), 0.0});
@@ -80,18 +76,20 @@ QList<std::optional<Rect>> AtSpiTextGeometry::cells(const QList<int>& offsets) {
     return result;
 }
 
-QList<std::optional<Rect>> AtSpiTextGeometry::askedCells(const QList<int>& offsets) {
-    if (offsets.isEmpty()) {
-        return {};
-    }
-    QList<QDBusMessage> requests;
-    requests.reserve(offsets.size());
+template <typename Question>
+QList<Question> AtSpiTextGeometry::questions(const QList<int>& offsets) const {
+    QList<Question> result;
+    result.reserve(offsets.size());
     for (const int offset : offsets) {
-        requests.append(
+        result.append(
             atspirequest::characterExtents(state_.object, offset, state_.space.coordinates()));
     }
+    return result;
+}
+
+QList<std::optional<Rect>> AtSpiTextGeometry::answered(const QList<QDBusMessage>& replies) const {
     QList<std::optional<Rect>> result;
-    for (const QDBusMessage& reply : bus_.callAll(requests, deadline_)) {
+    for (const QDBusMessage& reply : replies) {
         std::optional<Rect> cell = atspireply::extents(reply);
         if (cell) {
             cell->x += state_.cellShift.x;
@@ -100,6 +98,10 @@ QList<std::optional<Rect>> AtSpiTextGeometry::askedCells(const QList<int>& offse
         result.append(cell);
     }
     return result;
+}
+
+QList<std::optional<Rect>> AtSpiTextGeometry::askedCells(const QList<int>& offsets) {
+    return answered(bus_.callOnce(questions<QDBusMessage>(offsets), deadline_));
 }
 
 bool AtSpiTextGeometry::learnCells() {
@@ -122,18 +124,17 @@ bool AtSpiTextGeometry::isSecondHalf(int offset) const {
     return state_.content->isSecondHalf(offset);
 }
 
-std::optional<int> AtSpiTextGeometry::offsetAt(Point target) {
+std::optional<int> AtSpiTextGeometry::offsetAt(Point capture) {
     if (!learnCells()) {
         return std::nullopt;
     }
+    const Point target = state_.space.targetFromCapture(capture);
     // GTK 4 never answers this question.
     if (state_.toolkit == AtSpiToolkit::gtk4) {
         return search(target);
     }
     const std::optional<int> answer = atspireply::integer(
-        bus_.call(atspirequest::offsetAtPoint(state_.object, rounded(target.x), rounded(target.y),
-                                              state_.space.coordinates()),
-                  deadline_));
+        bus_.call(atspirequest::offsetAtPoint(state_.object, state_.space, capture), deadline_));
     if (answer && *answer >= 0) {
         return confirmed(target, *answer);
     }
@@ -177,7 +178,10 @@ std::optional<int> AtSpiTextGeometry::search(Point target) {
     int to = state_.characterCount;
     for (int round = 0; round < roundLimit && from < to && !deadline_.isOver(); ++round) {
         const QList<int> offsets = spread(from, to, samplesPerRound);
-        const QList<std::optional<Rect>> found = cells(offsets);
+        // Every search in a text begins with the same characters.
+        const QList<std::optional<Rect>> found =
+            round == 0 ? answered(bus_.callAll(questions<AtSpiQuestion>(offsets), deadline_))
+                       : cells(offsets);
         int below = from;
         int above = to;
         for (qsizetype i = 0; i < offsets.size(); ++i) {

@@ -16,8 +16,9 @@ class AtSpiTextGeometry {
     AtSpiTextGeometry(AtSpiBus& bus, AtSpiElementState& state, AtSpiDeadline& deadline)
         : bus_(bus), state_(state), deadline_(deadline) {}
 
-    /// The offset of the character whose cell holds the point; nothing over empty space.
-    std::optional<int> offsetAt(Point target);
+    /// The offset of the character whose cell holds the point (capture space); nothing over empty
+    /// space.
+    std::optional<int> offsetAt(Point capture);
 
     /// What the characters from..<to cover together. Of many, a sample that includes both ends.
     std::optional<Rect> bounds(int from, int to);
@@ -29,6 +30,9 @@ class AtSpiTextGeometry {
     std::optional<int> search(Point target);
     QList<std::optional<Rect>> cells(const QList<int>& offsets);
     QList<std::optional<Rect>> askedCells(const QList<int>& offsets);
+    template <typename Question>
+    QList<Question> questions(const QList<int>& offsets) const;
+    QList<std::optional<Rect>> answered(const QList<QDBusMessage>& replies) const;
     std::optional<Rect> sampledBounds(int from, int to);
 
     AtSpiBus& bus_;

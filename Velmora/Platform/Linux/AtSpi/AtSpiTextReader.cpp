@@ -105,9 +105,8 @@ std::optional<QString> AtSpiTextReader::string(Utf16Range range) {
 }
 
 std::optional<int> AtSpiTextReader::offsetAt(Point capture) {
-    const Point target = state_.space.targetFromCapture(capture);
-    return isTerminal(state_) ? AtSpiTerminal(bus_, state_, deadline_).offsetAt(target)
-                              : AtSpiTextGeometry(bus_, state_, deadline_).offsetAt(target);
+    return isTerminal(state_) ? AtSpiTerminal(bus_, state_, deadline_).offsetAt(capture)
+                              : AtSpiTextGeometry(bus_, state_, deadline_).offsetAt(capture);
 }
 
 std::optional<Utf16Range> AtSpiTextReader::rangeAt(Point capture) {

@@ -8,6 +8,7 @@
 
 #include "Velmora/Platform/Linux/AtSpi/AtSpiConstants.h"
 #include "Velmora/Platform/Linux/AtSpi/AtSpiReply.h"
+#include "Velmora/Platform/Linux/AtSpi/AtSpiRequest.h"
 
 namespace velmora {
 
@@ -106,7 +107,7 @@ std::optional<AtSpiWindow> findAtSpiWindow(AtSpiBus& bus, const AtSpiApplication
                                              : AtSpiCoordinates::screen;
     const QList<AtSpiObject> objects = atspireply::objects(
         bus.call(atspirequest::children(application.root), deadline), windowLimit);
-    QList<QDBusMessage> requests;
+    QList<AtSpiQuestion> requests;
     for (const AtSpiObject& object : objects) {
         requests << atspirequest::extents(object, coordinates) << atspirequest::name(object)
                  << atspirequest::states(object);

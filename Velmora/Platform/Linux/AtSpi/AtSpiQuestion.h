@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QDBusMessage>
+#include <optional>
+#include <utility>
+
+#include "Velmora/Platform/Linux/AtSpi/AtSpiSpace.h"
+
+namespace velmora {
+
+/// A call that asks a program something. Where its first two arguments are a place, it also knows
+/// the space that they are in, so that the same can be asked of another place.
+struct AtSpiQuestion {
+    // Implicit: most calls know no place and are written as they are.
+    AtSpiQuestion(QDBusMessage call) : message(std::move(call)) {}
+    AtSpiQuestion(QDBusMessage call, AtSpiSpace placeSpace)
+        : message(std::move(call)), space(std::move(placeSpace)) {}
+
+    QDBusMessage message;
+    std::optional<AtSpiSpace> space;
+};
+
+}  // namespace velmora

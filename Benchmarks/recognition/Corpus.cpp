@@ -40,9 +40,14 @@ std::vector<CorpusScreen> readCorpus(const std::string& folder) {
                             entry["script"],
                             entry["font"],
                             entry["size"],
+                            {},
                             {}};
         for (const nlohmann::json& point : entry["hovers"]) {
             screen.hovers.push_back(makeHover(entry["characters"], point));
+        }
+        for (const nlohmann::json& character : entry["characters"]) {
+            screen.characters.push_back(
+                {character[0], character[1], character[2], character[3], character[4]});
         }
         screens.push_back(std::move(screen));
     }

@@ -16,6 +16,15 @@ struct CorpusHover {
     long long offset = 0;  ///< The character in it.
 };
 
+/// A character and the box of its ink, in pixels of its screen.
+struct CorpusCharacter {
+    std::string text;
+    double x = 0;
+    double y = 0;
+    double width = 0;
+    double height = 0;
+};
+
 /// One drawn screen.
 struct CorpusScreen {
     std::string imagePath;
@@ -24,6 +33,7 @@ struct CorpusScreen {
     std::string font;
     int size = 0;  ///< Of the font, in pixels.
     std::vector<CorpusHover> hovers;
+    std::vector<CorpusCharacter> characters;
 };
 
 /// The screens that draw_corpus.py has written to a folder; empty where there are none.

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// benchmark_recognition CORPUS CEDICT [--plain] [--failures] [--soak]: hovers over every point of a
-// drawn corpus, looks the word up and prints one table.
+// benchmark_recognition CORPUS CEDICT [--plain] [--failures] [--soak] [--characters]: hovers over
+// every point of a drawn corpus, looks the word up and prints one table.
 #include <unistd.h>
 
 #include <algorithm>
@@ -11,6 +11,7 @@
 #include <map>
 #include <vector>
 
+#include "Benchmarks/recognition/CharacterDump.h"
 #include "Benchmarks/recognition/HoverStage.h"
 #include "Benchmarks/recognition/PlainTesseract.h"
 #include "Velmora/Platform/Linux/Tesseract/TesseractRecognizer.h"
@@ -127,8 +128,9 @@ int main(int count, char** arguments) {
         ::execv("/proc/self/exe", arguments);
     }
     if (count < 3) {
-        std::fprintf(stderr,
-                     "benchmark_recognition CORPUS CEDICT [--plain] [--failures] [--soak]\n");
+        std::fprintf(
+            stderr,
+            "benchmark_recognition CORPUS CEDICT [--plain] [--failures] [--soak] [--characters]\n");
         return 2;
     }
     const std::vector<CorpusScreen> screens = readCorpus(arguments[1]);
@@ -137,6 +139,9 @@ int main(int count, char** arguments) {
         std::fprintf(stderr, "%s holds no corpus\n", arguments[1]);
         return 2;
     }
+    if (has(count, arguments, "--characters")) {
+        return dumpCharacters(screens, *wordPatternsOf(*dictionary)) ? 0 : 2;
+    }
     const bool usePlain = has(count, arguments, "--plain");
     const bool failures = has(count, arguments, "--failures");
     auto plain = usePlain ? std::make_shared<PlainTesseract>() : nullptr;
@@ -144,12 +149,15 @@ int main(int count, char** arguments) {
     pid_t worker = -1;
     if (!usePlain) {
         auto ours = std::make_shared<TesseractRecognizer>(
-            TesseractRecognizer::Options{{}, {}, std::chrono::milliseconds(10000)});
+            TesseractRecognizer::Options{{}, {}, {}, std::chrono::milliseconds(10000)});
         ours->setWords(wordPatternsOf(*dictionary));
         ours->start();
         if (!ours->waitUntilReady(std::chrono::seconds(60))) {
             std::fprintf(stderr, "%s\n", ours->state().description().c_str());
             return 2;
+        }
+        if (!ours->waitForGlyphs(std::chrono::seconds(120))) {
+            std::fprintf(stderr, "No forms of characters: going on without.\n");
         }
         recognizer = ours;
         worker = ours->workerProcessId();

@@ -3,6 +3,7 @@
 
 #include <optional>
 
+#include "Velmora/Platform/Recognition/GlyphMatch.h"
 #include "Velmora/Platform/Recognition/GrayImage.h"
 #include "Velmora/Platform/Recognition/LineReading.h"
 
@@ -20,6 +21,12 @@ class LineReader {
     /// A character drawn black on white with its em square filling the picture's width and height;
     /// nothing where no font has it.
     virtual std::optional<GrayImage> drawCharacter(char32_t character, ScriptModel style) = 0;
+
+    /// What the ink of some cells is like, one entry for each cell; nothing where the reader does
+    /// not know the forms of characters, or not yet.
+    virtual std::optional<MatchedCells> matchCells(const CellsToMatch& /*request*/) {
+        return std::nullopt;
+    }
 };
 
 }  // namespace velmora

@@ -7,6 +7,7 @@
 #include <string>
 #include <utility>
 
+#include "Velmora/Platform/Recognition/CharacterCertainty.h"
 #include "Velmora/Platform/Recognition/CodePoint.h"
 #include "Velmora/Platform/Recognition/LineImage.h"
 
@@ -16,20 +17,20 @@ namespace {
 
 constexpr double firstInkHeight = 33;  ///< Two sizes, so that the readings err independently.
 constexpr double secondInkHeight = 38;
-constexpr double reachInEm = 14;  ///< Of the line that is read, on both sides of the focus.
+constexpr double reachInEm = 10;  ///< Of the line that is read, on both sides of the focus.
 constexpr double emPerLineHeight = 1.07;
 constexpr std::size_t windowBefore = 4;
 constexpr std::size_t windowAfter = 5;
-
-constexpr double clearlyLiker = 0.05;  ///< Difference of likeness that settles a dispute.
-constexpr double slightlyLiker = 0.015;
-constexpr double unlike = 0.45;  ///< Below this the ink is hardly that character.
-constexpr double alike = 0.75;   ///< The wrong form of a script reaches 0.7.
+constexpr std::size_t leastChanged = 2;  ///< Characters that tell of the other script.
 
 constexpr float acceptedConfidence = 0.99F;
 constexpr float leastAccepted = 0.7F;  ///< Of the reader's confidences around the focus.
 constexpr float greatestUnconfirmed = 0.97F;
 constexpr float silentConfidence = 0.2F;
+constexpr float acceptedCertainty = 0.85F;  ///< Of the characters of a word, together.
+constexpr float leastCertainty = 0.4F;      ///< Below this nothing is better than the character.
+constexpr float neverCompared = 0.5F;
+constexpr std::size_t besideFocus = 2;
 constexpr float plainConfidence = 0.9F;  ///< Of a line that was read once and not looked into.
 
 bool isHanText(const std::string& text) {
@@ -38,17 +39,6 @@ bool isHanText(const std::string& text) {
 
 ScriptModel opposite(ScriptModel model) {
     return model == ScriptModel::simplified ? ScriptModel::traditional : ScriptModel::simplified;
-}
-
-/// The character of another reading that stands in a cell of this one, or null.
-const PlacedCharacter* counterpart(const PlacedLine& reading, const CharacterCell& cell) {
-    const int at = characterAt(reading, cell.middle(), 1);
-    if (at < 0) {
-        return nullptr;
-    }
-    const PlacedCharacter& character = reading[static_cast<std::size_t>(at)];
-    const double offset = std::abs(character.cell.middle() - cell.middle());
-    return offset <= 0.4 * cell.width() ? &character : nullptr;
 }
 
 /// A column without ink next to the wanted one, so that no character is cut; the wanted one where
@@ -94,14 +84,20 @@ float meanConfidence(const PlacedLine& line) {
     return line.empty() ? 0 : sum / static_cast<float>(line.size());
 }
 
+/// How many characters of a window another reading has as well.
+std::size_t agreement(const PlacedLine& reading, const PlacedLine& line,
+                      const ReadingWindow& window) {
+    std::size_t count = 0;
+    for (std::size_t i = window.first; i < window.last; ++i) {
+        const PlacedCharacter* same = counterpart(reading, line[i].cell);
+        count += same != nullptr && same->text == line[i].text ? 1 : 0;
+    }
+    return count;
+}
+
 bool hasHan(const PlacedLine& line) {
     return std::any_of(line.begin(), line.end(),
                        [](const PlacedCharacter& c) { return isHanText(c.text); });
-}
-
-/// Marks are not told from their look-alikes; for agreement they all count as one.
-bool saysTheSame(const std::string& a, const std::string& b) {
-    return a == b || (!isHanText(a) && !isHanText(b));
 }
 
 }  // namespace
@@ -120,11 +116,64 @@ ReadLine LineRecognizer::recognize(const FoundLines& found, const TextLine& line
         result.candidates.push_back({std::move(characters), confidence});
         return result;
     }
-    Window window = windowAround(result.box, characters, at);
+    if (!recognizeByGlyphs(found, characters, *focus, result)) {
+        recognizeByReadings(found, std::move(characters), *focus, result);
+    }
+    return result;
+}
+
+/// One reading and the forms of its characters; further readings only where these leave doubts.
+/// False where no forms are at hand.
+bool LineRecognizer::recognizeByGlyphs(const FoundLines& found, PlacedLine& characters,
+                                       double focus, ReadLine& result) {
+    const int height = result.box.height();
+    ReadingWindow window =
+        windowAround(result.box, characters, characterAt(characters, focus, height));
+    const PlacedLine first = characters;
+    std::optional<GlyphJudge::Verdict> verdict =
+        glyphs_.judge(found, characters, window, focus, {});
+    if (!verdict) {
+        return false;
+    }
+    if (verdict->changed >= leastChanged || !verdict->settled) {
+        const PlacedLine other = readBox(found, window.box, firstInkHeight, opposite(script_));
+        if (agreement(other, characters, window) > agreement(first, characters, window)) {
+            PlacedLine reread = readBox(found, result.box, firstInkHeight, opposite(script_));
+            const int place = characterAt(reread, focus, height);
+            if (place >= 0) {
+                script_ = opposite(script_);
+                characters = std::move(reread);
+                window = windowAround(result.box, characters, place);
+                verdict = glyphs_.judge(found, characters, window, focus, {&first});
+            }
+        } else if (!verdict->settled) {
+            const PlacedLine second = readBox(found, window.box, secondInkHeight, script_);
+            characters = first;
+            verdict = glyphs_.judge(found, characters, window, focus, {&second, &other});
+        }
+    }
+    if (!verdict) {
+        return false;
+    }
+    const float confidence = certaintyOfWord(characters, window);
+    result.candidates.push_back({std::move(characters), confidence});
+    if (verdict->hasRunnersUp) {
+        result.candidates.push_back(
+            {std::move(verdict->runnersUp), std::min(confidence, greatestUnconfirmed) * 0.9F});
+    }
+    return true;
+}
+
+/// Several readings, which the ink decides between: where no forms are at hand.
+void LineRecognizer::recognizeByReadings(const FoundLines& found, PlacedLine characters,
+                                         double focus, ReadLine& result) {
+    const int height = result.box.height();
+    ReadingWindow window =
+        windowAround(result.box, characters, characterAt(characters, focus, height));
     PlacedLine other = readBox(found, window.box, firstInkHeight, opposite(script_));
-    if (evidenceAgainst(found, characters, window, other) > slightlyLiker) {
+    if (ink_.evidenceAgainst(found, characters, window, other) > InkJudge::slightlyLiker) {
         PlacedLine reread = readBox(found, result.box, firstInkHeight, opposite(script_));
-        const int place = characterAt(reread, *focus, line.box.height());
+        const int place = characterAt(reread, focus, height);
         if (place >= 0) {
             script_ = opposite(script_);
             std::swap(characters, reread);
@@ -133,16 +182,15 @@ ReadLine LineRecognizer::recognize(const FoundLines& found, const TextLine& line
         }
     }
     const PlacedLine second = readBox(found, window.box, secondInkHeight, script_);
-    confirm(found, characters, window, second, other);
-    tryWords(found, characters, window);
+    ink_.confirm(found, characters, window, second, other);
+    WordCompletion(ink_, words_).apply(found, characters, window);
     const float confidence = calibrated(found, characters, window);
-    std::optional<PlacedLine> alternative = otherScript(found, characters, window, other);
+    std::optional<PlacedLine> alternative = ink_.otherScript(found, characters, window, other);
     result.candidates.push_back({std::move(characters), confidence});
     if (alternative) {
         result.candidates.push_back(
             {std::move(*alternative), std::min(confidence, greatestUnconfirmed) * 0.9F});
     }
-    return result;
 }
 
 PlacedLine LineRecognizer::readBox(const FoundLines& found, const PixelBox& box, double inkHeight,
@@ -171,9 +219,9 @@ PlacedLine LineRecognizer::readBox(const FoundLines& found, const PixelBox& box,
     return line;
 }
 
-LineRecognizer::Window LineRecognizer::windowAround(const PixelBox& box, const PlacedLine& line,
-                                                    int focus) const {
-    Window window;
+ReadingWindow LineRecognizer::windowAround(const PixelBox& box, const PlacedLine& line,
+                                           int focus) const {
+    ReadingWindow window;
     window.focus = static_cast<std::size_t>(focus);
     window.first = window.focus - std::min(window.focus, windowBefore);
     window.last = std::min(line.size(), window.focus + windowAfter + 1);
@@ -190,177 +238,37 @@ LineRecognizer::Window LineRecognizer::windowAround(const PixelBox& box, const P
     return window;
 }
 
-/// The ink of a cell, cut a little closer and a little wider too, as the cell's edges may take a
-/// piece of a neighbour along or cut a stroke off.
-LineRecognizer::InkForms LineRecognizer::inkForms(const FoundLines& found, const PixelBox& box,
-                                                  const CharacterCell& cell) const {
-    InkForms forms;
-    if (cell.width() < 4) {
-        return forms;
-    }
-    const int slack = std::max(1, cell.width() / 14);
-    for (const int change : {0, -slack, slack}) {
-        const PixelBox area{cell.left - change, box.top - 1, cell.right + change, box.bottom + 1};
-        const GrayImage cut = cutBlackOnWhite(found.image, area, box);
-        if (const auto shape = CharacterShape::of(cut)) {
-            forms.push_back(*shape);
+/// The confidence of the line for a rule that looks at one character of it: how certain that and
+/// its word are, with the characters beside it that might make the word a longer one.
+float LineRecognizer::certaintyOfWord(const PlacedLine& line, const ReadingWindow& window) {
+    const WordCompletion words(ink_, words_);
+    const std::size_t focus = std::min(window.focus, line.size() - 1);
+    const auto certainty = [&](std::size_t i) {
+        if (!isHanText(line[i].text)) {
+            return 1.0F;
         }
+        return line[i].exact > 0 ? certaintyOf(line[i], words.standsInWord(line, i))
+                                 : neverCompared;
+    };
+    const float own = certainty(focus);
+    if (own < leastCertainty) {
+        return silentConfidence;
     }
-    return forms;
-}
-
-double LineRecognizer::likeness(const InkForms& ink, const std::string& character) {
-    double best = 0;
-    if (isHanText(character)) {
-        for (const CharacterShape& form : ink) {
-            best = std::max(best, shapes_.similarity(form, firstCodePoint(character)).value_or(0));
-        }
+    float product = 1;
+    for (std::size_t i = focus - std::min(focus, besideFocus);
+         i < std::min(line.size(), focus + besideFocus + 1); ++i) {
+        product *= certainty(i);
     }
-    return best;
-}
-
-/// How much more the ink looks like the other model's characters where the two differ.
-double LineRecognizer::evidenceAgainst(const FoundLines& found, const PlacedLine& line,
-                                       const Window& window, const PlacedLine& other) {
-    double evidence = 0;
-    for (std::size_t i = window.first; i < window.last; ++i) {
-        const PlacedCharacter* rival = counterpart(other, line[i].cell);
-        if (rival == nullptr || rival->text == line[i].text || !isHanText(rival->text) ||
-            !isHanText(line[i].text)) {
-            continue;
-        }
-        const auto ink = inkForms(found, window.box, line[i].cell);
-        const double theirs = likeness(ink, rival->text);
-        const double own = likeness(ink, line[i].text);
-        if (std::max(theirs, own) >= unlike) {
-            evidence += theirs - own;
-        }
-    }
-    return evidence;
-}
-
-/// Compares the readings character by character. Where they differ, the one that the ink looks
-/// like is taken; it counts as confirmed only when it does so clearly.
-void LineRecognizer::confirm(const FoundLines& found, PlacedLine& line, const Window& window,
-                             const PlacedLine& second, const PlacedLine& other) {
-    for (std::size_t i = window.first; i < window.last; ++i) {
-        PlacedCharacter& character = line[i];
-        const PlacedCharacter* again = counterpart(second, character.cell);
-        const PlacedCharacter* rival = counterpart(other, character.cell);
-        const bool sameAgain = again != nullptr && saysTheSame(again->text, character.text);
-        const bool sameRival = rival != nullptr && saysTheSame(rival->text, character.text);
-        character.confirmed = sameAgain;
-        if ((sameAgain && sameRival) || !isHanText(character.text)) {
-            continue;
-        }
-        const auto ink = inkForms(found, window.box, character.cell);
-        double best = likeness(ink, character.text);
-        const double own = best;
-        double strongestRival = 0;
-        for (const PlacedCharacter* candidate : {again, rival}) {
-            if (candidate == nullptr || candidate->text == character.text) {
-                continue;
-            }
-            const double rate = likeness(ink, candidate->text);
-            strongestRival = std::max(strongestRival, rate);
-            const double needed = sameAgain ? clearlyLiker : slightlyLiker;
-            if (rate > best + needed || (rate > best && best > own)) {
-                best = rate;
-                character.text = candidate->text;
-                character.confidence = candidate->confidence;
-            }
-        }
-        const double theirs = rival != nullptr ? likeness(ink, rival->text) : 0;
-        const bool doubtfulScript = !sameRival && theirs + slightlyLiker > own && own < alike;
-        character.confirmed = (sameAgain && best == own && !doubtfulScript) ||
-                              (best > own + clearlyLiker && best >= alike);
-        if (best == own && own >= alike && (sameRival || own > strongestRival + clearlyLiker)) {
-            character.confirmed = true;
-        }
-    }
-}
-
-bool LineRecognizer::standsInWord(const PlacedLine& line, std::size_t place) const {
-    for (std::size_t length = 2; length <= WordPatterns::longestWord; ++length) {
-        for (std::size_t back = 0; back < length && back <= place; ++back) {
-            const std::size_t first = place - back;
-            if (first + length > line.size()) {
-                continue;
-            }
-            std::u32string word;
-            for (std::size_t i = first; i < first + length; ++i) {
-                word += firstCodePoint(line[i].text);
-            }
-            if (words_->contains(word)) {
-                return true;
-            }
-        }
-    }
-    return false;
-}
-
-/// A character that belongs to no word and that nothing confirms is replaced where another one
-/// makes a word with its neighbours and the ink looks more like that.
-void LineRecognizer::tryWords(const FoundLines& found, PlacedLine& line, const Window& window) {
-    if (words_ == nullptr || words_->empty()) {
-        return;
-    }
-    for (std::size_t i = window.first; i < window.last; ++i) {
-        if (isHanText(line[i].text) && !standsInWord(line, i)) {
-            completeWord(found, line, window, i);
-        }
-    }
-}
-
-bool LineRecognizer::completeWord(const FoundLines& found, PlacedLine& line, const Window& window,
-                                  std::size_t place) {
-    const auto ink = inkForms(found, window.box, line[place].cell);
-    const double own = likeness(ink, line[place].text);
-    double best = own;
-    char32_t winner = 0;
-    bool telling = false;  // Two characters make a word with too many others.
-    for (std::size_t length = WordPatterns::longestWord; length >= 2; --length) {
-        for (std::size_t back = 0; back < length && back <= place; ++back) {
-            const std::size_t first = place - back;
-            if (first + length > line.size()) {
-                continue;
-            }
-            std::u32string word;
-            for (std::size_t i = first; i < first + length; ++i) {
-                word += firstCodePoint(line[i].text);
-            }
-            // The more of the word stands there already, the less the ink must say. What two
-            // readings agree on gives way to longer words only: 的 and 在 stand alone by right.
-            const bool agreed = line[place].confirmed;
-            if (length == 2 && (agreed || own >= alike)) {
-                continue;
-            }
-            const double needed = length >= 4              ? 0
-                                  : length == 3 && !agreed ? slightlyLiker
-                                                           : clearlyLiker;
-            for (const char32_t character : words_->completions(word, back)) {
-                const double rate = likeness(ink, utf8Of(character));
-                if (rate > best && rate > own + needed) {
-                    best = rate;
-                    winner = character;
-                    telling = length >= 3;
-                }
-            }
-        }
-    }
-    if (winner == 0) {
-        return false;
-    }
-    line[place].text = utf8Of(winner);
-    line[place].confirmed = telling && best >= alike;
-    line[place].confidence = std::max(line[place].confidence, 0.85F);
-    return true;
+    return product >= acceptedCertainty
+               ? acceptedConfidence +
+                     0.009F * (product - acceptedCertainty) / (1 - acceptedCertainty)
+               : std::min(greatestUnconfirmed, 0.4F + 0.6F * product);
 }
 
 /// The confidence of the line for a rule that looks at one character of it: at or above 0.99 where
 /// everything around that character was read the same twice.
 float LineRecognizer::calibrated(const FoundLines& found, const PlacedLine& line,
-                                 const Window& window) {
+                                 const ReadingWindow& window) {
     const std::size_t first = window.focus - std::min<std::size_t>(window.focus, 2);
     const std::size_t last = std::min(line.size(), window.focus + 4);
     const auto han = static_cast<std::size_t>(
@@ -382,33 +290,13 @@ float LineRecognizer::calibrated(const FoundLines& found, const PlacedLine& line
     if (!focus.confirmed && isHanText(focus.text)) {
         // A foreign script, or a picture, in which a model sees what it knows.
         const bool foreign = han * 2 < window.last - window.first;
-        const auto ink = inkForms(found, window.box, focus.cell);
-        if (foreign || focus.confidence < 0.6F || likeness(ink, focus.text) < unlike) {
+        const auto ink = InkJudge::inkForms(found, window.box, focus.cell);
+        if (foreign || focus.confidence < 0.6F ||
+            ink_.likeness(ink, focus.text) < InkJudge::unlike) {
             return silentConfidence;
         }
     }
     return std::min(greatestUnconfirmed, 0.4F + 0.5F * least);
-}
-
-/// The same line in the forms of the other script, where the ink does not tell the two apart.
-std::optional<PlacedLine> LineRecognizer::otherScript(const FoundLines& found,
-                                                      const PlacedLine& line, const Window& window,
-                                                      const PlacedLine& other) {
-    PlacedLine result = line;
-    bool differs = false;
-    for (std::size_t i = window.first; i < window.last; ++i) {
-        const PlacedCharacter* rival = counterpart(other, line[i].cell);
-        if (rival == nullptr || rival->text == line[i].text || !isHanText(rival->text)) {
-            continue;
-        }
-        const auto ink = inkForms(found, window.box, line[i].cell);
-        const double rate = likeness(ink, rival->text);
-        if (rate > unlike && rate > likeness(ink, line[i].text) - clearlyLiker) {
-            result[i].text = rival->text;
-            differs = true;
-        }
-    }
-    return differs ? std::optional(std::move(result)) : std::nullopt;
 }
 
 }  // namespace velmora

@@ -4,10 +4,12 @@
 #include <optional>
 #include <vector>
 
-#include "Velmora/Platform/Recognition/CharacterShape.h"
+#include "Velmora/Platform/Recognition/GlyphJudge.h"
+#include "Velmora/Platform/Recognition/InkJudge.h"
 #include "Velmora/Platform/Recognition/LineFinder.h"
 #include "Velmora/Platform/Recognition/LineReader.h"
 #include "Velmora/Platform/Recognition/PlacedCharacter.h"
+#include "Velmora/Platform/Recognition/WordCompletion.h"
 #include "Velmora/Platform/Recognition/WordPatterns.h"
 
 namespace velmora {
@@ -24,16 +26,17 @@ struct ReadLine {
     std::vector<LineCandidate> candidates;
 };
 
-/// Reads one found line: with the model of the script that the screen was last in, then once more
-/// around the point of interest with both models. Where the readings differ the ink decides, by
-/// comparison with the forms of the characters in question; words that the word list knows are
+/// Reads one found line with the model of the script that the screen was last in. Around the point
+/// of interest every character is then compared with the forms that fonts have, and further
+/// readings are made only where that leaves doubts. Where no forms are at hand, three readings are
+/// compared instead, the ink decides where they differ, and words that the word list knows are
 /// tried where a character stands alone. Keeps the script for the next line. Not for several
 /// threads at once.
 class LineRecognizer {
   public:
     /// The word list may be absent.
     LineRecognizer(LineReader& reader, const WordPatterns* words)
-        : reader_(reader), words_(words), shapes_(reader) {}
+        : reader_(reader), words_(words), ink_(reader), glyphs_(reader) {}
 
     /// Words for the next lines, or null; they must stay until others are set.
     void setWords(const WordPatterns* words) { words_ = words; }
@@ -42,37 +45,20 @@ class LineRecognizer {
     ReadLine recognize(const FoundLines& found, const TextLine& line, std::optional<double> focus);
 
   private:
-    /// Characters first..<last of a line: those around the point of interest.
-    struct Window {
-        std::size_t first = 0;
-        std::size_t last = 0;
-        std::size_t focus = 0;
-        PixelBox box;
-    };
-
     PlacedLine readBox(const FoundLines& found, const PixelBox& box, double inkHeight,
                        ScriptModel model);
-    Window windowAround(const PixelBox& box, const PlacedLine& line, int focus) const;
-    using InkForms = std::vector<CharacterShape>;
-
-    InkForms inkForms(const FoundLines& found, const PixelBox& box,
-                      const CharacterCell& cell) const;
-    double likeness(const InkForms& ink, const std::string& character);
-    double evidenceAgainst(const FoundLines& found, const PlacedLine& line, const Window& window,
-                           const PlacedLine& other);
-    void confirm(const FoundLines& found, PlacedLine& line, const Window& window,
-                 const PlacedLine& second, const PlacedLine& other);
-    void tryWords(const FoundLines& found, PlacedLine& line, const Window& window);
-    bool completeWord(const FoundLines& found, PlacedLine& line, const Window& window,
-                      std::size_t place);
-    bool standsInWord(const PlacedLine& line, std::size_t place) const;
-    float calibrated(const FoundLines& found, const PlacedLine& line, const Window& window);
-    std::optional<PlacedLine> otherScript(const FoundLines& found, const PlacedLine& line,
-                                          const Window& window, const PlacedLine& other);
+    ReadingWindow windowAround(const PixelBox& box, const PlacedLine& line, int focus) const;
+    bool recognizeByGlyphs(const FoundLines& found, PlacedLine& characters, double focus,
+                           ReadLine& result);
+    void recognizeByReadings(const FoundLines& found, PlacedLine characters, double focus,
+                             ReadLine& result);
+    float certaintyOfWord(const PlacedLine& line, const ReadingWindow& window);
+    float calibrated(const FoundLines& found, const PlacedLine& line, const ReadingWindow& window);
 
     LineReader& reader_;
     const WordPatterns* words_;
-    ShapeMatcher shapes_;
+    InkJudge ink_;
+    GlyphJudge glyphs_;
     ScriptModel script_ = ScriptModel::simplified;
 };
 

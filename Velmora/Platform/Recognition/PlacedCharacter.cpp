@@ -2,6 +2,7 @@
 #include "Velmora/Platform/Recognition/PlacedCharacter.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 
 namespace velmora {
@@ -24,6 +25,16 @@ int characterAt(const PlacedLine& line, double x, double reach) {
         }
     }
     return best;
+}
+
+const PlacedCharacter* counterpart(const PlacedLine& reading, const CharacterCell& cell) {
+    const int at = characterAt(reading, cell.middle(), 1);
+    if (at < 0) {
+        return nullptr;
+    }
+    const PlacedCharacter& character = reading[static_cast<std::size_t>(at)];
+    const double offset = std::abs(character.cell.middle() - cell.middle());
+    return offset <= 0.4 * cell.width() ? &character : nullptr;
 }
 
 std::string textOf(const PlacedLine& line) {

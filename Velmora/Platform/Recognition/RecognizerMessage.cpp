@@ -3,8 +3,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
-#include <type_traits>
+
+#include "Velmora/Platform/Recognition/MessageBody.h"
 
 namespace velmora {
 
@@ -16,84 +16,18 @@ constexpr std::uint32_t magic = 0x564C5231;  // "VLR1"
 constexpr int greatestDrawing = 128;
 constexpr std::size_t longestSymbol = 32;
 
-class Writer {
-  public:
-    template <typename Value>
-    void put(Value value) {
-        static_assert(std::is_trivially_copyable_v<Value>);
-        const std::size_t at = bytes_.size();
-        bytes_.resize(at + sizeof(Value));
-        std::memcpy(bytes_.data() + at, &value, sizeof(Value));
-    }
-    void putBytes(const void* data, std::size_t size) {
-        const auto* first = static_cast<const std::uint8_t*>(data);
-        bytes_.insert(bytes_.end(), first, first + size);
-    }
-    std::vector<std::uint8_t> take() { return std::move(bytes_); }
-
-  private:
-    std::vector<std::uint8_t> bytes_;
-};
-
-class Reader {
-  public:
-    explicit Reader(std::span<const std::uint8_t> bytes) : bytes_(bytes) {}
-
-    template <typename Value>
-    bool get(Value& value) {
-        static_assert(std::is_trivially_copyable_v<Value>);
-        if (bytes_.size() < sizeof(Value)) {
-            return false;
-        }
-        std::memcpy(&value, bytes_.data(), sizeof(Value));
-        bytes_ = bytes_.subspan(sizeof(Value));
-        return true;
-    }
-    std::span<const std::uint8_t> rest() const { return bytes_; }
-    bool getText(std::size_t size, std::string& text) {
-        if (bytes_.size() < size) {
-            return false;
-        }
-        text.assign(reinterpret_cast<const char*>(bytes_.data()), size);
-        bytes_ = bytes_.subspan(size);
-        return true;
-    }
-
-  private:
-    std::span<const std::uint8_t> bytes_;
-};
-
 std::optional<ScriptModel> scriptModel(std::uint32_t value) {
     return value <= 1 ? std::optional(static_cast<ScriptModel>(value)) : std::nullopt;
 }
 
-void putPicture(Writer& writer, const GrayImage& picture) {
-    writer.put(static_cast<std::uint32_t>(picture.width()));
-    writer.put(static_cast<std::uint32_t>(picture.height()));
-    writer.putBytes(picture.pixels().data(), picture.pixels().size());
-}
-
-std::optional<GrayImage> getPicture(Reader& reader) {
-    std::uint32_t width = 0;
-    std::uint32_t height = 0;
-    if (!reader.get(width) || !reader.get(height) || width < 1 || height < 1 ||
-        width > RecognizerMessage::greatestWidth || height > RecognizerMessage::greatestHeight ||
-        reader.rest().size() != std::size_t{width} * height) {
-        return std::nullopt;
-    }
-    GrayImage picture(static_cast<int>(width), static_cast<int>(height));
-    std::copy(reader.rest().begin(), reader.rest().end(), picture.row(0));
-    return picture;
-}
-
-RecognizerMessage message(Kind kind, Writer& writer) {
+RecognizerMessage message(Kind kind, MessageWriter& writer) {
     return {kind, 0, writer.take()};
 }
 
 }  // namespace
 
 std::vector<std::uint8_t> encodeMessage(const RecognizerMessage& message) {
-    Writer writer;
+    MessageWriter writer;
     writer.put(magic);
     writer.put(static_cast<std::uint32_t>(message.kind));
     writer.put(message.sequence);
@@ -103,12 +37,12 @@ std::vector<std::uint8_t> encodeMessage(const RecognizerMessage& message) {
 }
 
 std::optional<RecognizerMessage> decodeHeader(std::span<const std::uint8_t> header) {
-    Reader reader(header);
+    MessageReader reader(header);
     std::uint32_t word = 0;
     std::uint32_t kind = 0;
     std::uint32_t length = 0;
     RecognizerMessage result;
-    if (!reader.get(word) || word != magic || !reader.get(kind) || kind < 1 || kind > 8 ||
+    if (!reader.get(word) || word != magic || !reader.get(kind) || kind < 1 || kind > 12 ||
         !reader.get(result.sequence) || !reader.get(length) ||
         length > RecognizerMessage::greatestBody) {
         return std::nullopt;
@@ -119,14 +53,14 @@ std::optional<RecognizerMessage> decodeHeader(std::span<const std::uint8_t> head
 }
 
 RecognizerMessage makeReadLine(const ReadLineRequest& request) {
-    Writer writer;
+    MessageWriter writer;
     writer.put(static_cast<std::uint32_t>(request.model));
-    putPicture(writer, request.line);
+    writer.putPicture(request.line);
     return message(Kind::readLine, writer);
 }
 
 RecognizerMessage makeDrawCharacter(const DrawCharacterRequest& request) {
-    Writer writer;
+    MessageWriter writer;
     writer.put(static_cast<std::uint32_t>(request.character));
     writer.put(static_cast<std::uint32_t>(request.style));
     writer.put(static_cast<std::uint32_t>(request.size));
@@ -134,14 +68,14 @@ RecognizerMessage makeDrawCharacter(const DrawCharacterRequest& request) {
 }
 
 RecognizerMessage makeModelReport(Kind kind, const ModelReport& report) {
-    Writer writer;
+    MessageWriter writer;
     writer.put(static_cast<std::uint32_t>(report.model));
     writer.put(static_cast<std::uint32_t>(report.state));
     return message(kind, writer);
 }
 
 RecognizerMessage makeReading(const LineReading& reading) {
-    Writer writer;
+    MessageWriter writer;
     const std::size_t count = std::min(reading.size(), RecognizerMessage::mostSymbols);
     writer.put(static_cast<std::uint32_t>(count));
     for (std::size_t i = 0; i < count; ++i) {
@@ -156,18 +90,18 @@ RecognizerMessage makeReading(const LineReading& reading) {
 }
 
 RecognizerMessage makePicture(const GrayImage& picture) {
-    Writer writer;
-    putPicture(writer, picture);
+    MessageWriter writer;
+    writer.putPicture(picture);
     return message(Kind::picture, writer);
 }
 
 std::optional<ReadLineRequest> parseReadLine(const RecognizerMessage& message) {
-    Reader reader(message.body);
+    MessageReader reader(message.body);
     std::uint32_t model = 0;
     if (message.kind != Kind::readLine || !reader.get(model) || !scriptModel(model)) {
         return std::nullopt;
     }
-    std::optional<GrayImage> line = getPicture(reader);
+    std::optional<GrayImage> line = reader.getPicture();
     if (!line) {
         return std::nullopt;
     }
@@ -175,7 +109,7 @@ std::optional<ReadLineRequest> parseReadLine(const RecognizerMessage& message) {
 }
 
 std::optional<DrawCharacterRequest> parseDrawCharacter(const RecognizerMessage& message) {
-    Reader reader(message.body);
+    MessageReader reader(message.body);
     std::uint32_t character = 0;
     std::uint32_t style = 0;
     std::uint32_t size = 0;
@@ -189,7 +123,7 @@ std::optional<DrawCharacterRequest> parseDrawCharacter(const RecognizerMessage& 
 }
 
 std::optional<ModelReport> parseModelReport(const RecognizerMessage& message) {
-    Reader reader(message.body);
+    MessageReader reader(message.body);
     std::uint32_t model = 0;
     std::uint32_t state = 0;
     if ((message.kind != Kind::loading && message.kind != Kind::loaded) || !reader.get(model) ||
@@ -200,7 +134,7 @@ std::optional<ModelReport> parseModelReport(const RecognizerMessage& message) {
 }
 
 std::optional<LineReading> parseReading(const RecognizerMessage& message) {
-    Reader reader(message.body);
+    MessageReader reader(message.body);
     std::uint32_t count = 0;
     if (message.kind != Kind::reading || !reader.get(count) ||
         count > RecognizerMessage::mostSymbols) {
@@ -227,8 +161,8 @@ std::optional<GrayImage> parsePicture(const RecognizerMessage& message) {
     if (message.kind != Kind::picture) {
         return std::nullopt;
     }
-    Reader reader(message.body);
-    return getPicture(reader);
+    MessageReader reader(message.body);
+    return reader.getPicture();
 }
 
 }  // namespace velmora

@@ -5,8 +5,10 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <string>
 #include <vector>
 
+#include "Velmora/Platform/Recognition/GlyphMatch.h"
 #include "Velmora/Platform/Recognition/GrayImage.h"
 #include "Velmora/Platform/Recognition/LineReading.h"
 
@@ -25,6 +27,10 @@ struct RecognizerMessage {
         reading = 6,        ///< Answer: symbols.
         picture = 7,        ///< Answer: a picture.
         failed = 8,         ///< Answer: nothing.
+        knowGlyphs = 9,     ///< To the worker: the characters that words consist of, and a folder.
+        matchCells = 10,    ///< To the worker: a piece of a line and its cells.
+        matches = 11,       ///< Answer: what the cells are like.
+        understood = 12,    ///< Answer to knowGlyphs: it is being done.
     };
 
     Kind kind = Kind::failed;
@@ -36,6 +42,7 @@ struct RecognizerMessage {
     static constexpr int greatestWidth = 8192;
     static constexpr int greatestHeight = 256;
     static constexpr std::size_t mostSymbols = 1024;
+    static constexpr std::size_t mostCharacters = 60000;
 };
 
 /// How loading a model ended.
@@ -52,6 +59,13 @@ struct DrawCharacterRequest {
     int size = 0;
 };
 
+/// The characters whose forms are to be at hand, sorted, and the folder that keeps them from one
+/// start to the next; empty where there is none.
+struct KnowGlyphsRequest {
+    std::string folder;
+    std::vector<char32_t> characters;
+};
+
 struct ModelReport {
     ScriptModel model = ScriptModel::simplified;
     ModelState state = ModelState::loading;
@@ -66,6 +80,9 @@ std::optional<RecognizerMessage> decodeHeader(std::span<const std::uint8_t> head
 
 RecognizerMessage makeReadLine(const ReadLineRequest& request);
 RecognizerMessage makeDrawCharacter(const DrawCharacterRequest& request);
+RecognizerMessage makeKnowGlyphs(const KnowGlyphsRequest& request);
+RecognizerMessage makeMatchCells(const CellsToMatch& request);
+RecognizerMessage makeMatches(const MatchedCells& matches);
 RecognizerMessage makeModelReport(RecognizerMessage::Kind kind, const ModelReport& report);
 RecognizerMessage makeReading(const LineReading& reading);
 RecognizerMessage makePicture(const GrayImage& picture);
@@ -73,6 +90,9 @@ RecognizerMessage makePicture(const GrayImage& picture);
 // Each of these gives nothing where the message is of another kind or damaged.
 std::optional<ReadLineRequest> parseReadLine(const RecognizerMessage& message);
 std::optional<DrawCharacterRequest> parseDrawCharacter(const RecognizerMessage& message);
+std::optional<KnowGlyphsRequest> parseKnowGlyphs(const RecognizerMessage& message);
+std::optional<CellsToMatch> parseMatchCells(const RecognizerMessage& message);
+std::optional<MatchedCells> parseMatches(const RecognizerMessage& message);
 std::optional<ModelReport> parseModelReport(const RecognizerMessage& message);
 std::optional<LineReading> parseReading(const RecognizerMessage& message);
 std::optional<GrayImage> parsePicture(const RecognizerMessage& message);

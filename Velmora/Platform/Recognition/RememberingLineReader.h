@@ -18,6 +18,9 @@ class RememberingLineReader : public LineReader {
     std::optional<GrayImage> drawCharacter(char32_t character, ScriptModel style) override {
         return reader_.drawCharacter(character, style);
     }
+    std::optional<MatchedCells> matchCells(const CellsToMatch& request) override {
+        return reader_.matchCells(request);
+    }
 
   private:
     struct Memory {

@@ -53,6 +53,16 @@ std::vector<char32_t> WordPatterns::completions(std::u32string_view text, std::s
     return characters;
 }
 
+std::vector<char32_t> WordPatterns::characters() const {
+    std::vector<char32_t> characters;
+    for (const auto& entry : entries_) {
+        characters.push_back(entry.second);
+    }
+    std::sort(characters.begin(), characters.end());
+    characters.erase(std::unique(characters.begin(), characters.end()), characters.end());
+    return characters;
+}
+
 bool WordPatterns::contains(std::u32string_view word) const {
     return !word.empty() && std::binary_search(entries_.begin(), entries_.end(),
                                                std::pair(patternHash(word, 0), word[0]));

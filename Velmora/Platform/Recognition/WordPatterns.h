@@ -26,6 +26,9 @@ class WordPatterns {
 
     bool contains(std::u32string_view word) const;
 
+    /// All characters that words consist of, sorted.
+    std::vector<char32_t> characters() const;
+
     bool empty() const { return entries_.empty(); }
 
   private:

@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "Velmora/Platform/Linux/Tesseract/ChildProcess.h"
+#include "Velmora/Platform/Linux/XdgPaths.h"
 
 namespace velmora {
 
@@ -55,6 +56,9 @@ RecognizerProcess::RecognizerProcess(Options options) : options_(std::move(optio
     if (options_.dataFolder.empty()) {
         options_.dataFolder = defaultDataFolder();
     }
+    if (options_.glyphFolder.empty()) {
+        options_.glyphFolder = defaultGlyphFolder();
+    }
 }
 
 RecognizerProcess::~RecognizerProcess() = default;
@@ -93,6 +97,11 @@ std::string RecognizerProcess::defaultDataFolder() {
     return "/usr/share/tesseract-ocr/5/tessdata";
 }
 
+std::string RecognizerProcess::defaultGlyphFolder() {
+    const std::optional<std::filesystem::path> cache = xdg::cacheHome();
+    return cache ? (*cache / "velmora").string() : std::string();
+}
+
 void RecognizerProcess::start() {
     const std::lock_guard lock(mutex_);
     if (!worker_) {
@@ -102,6 +111,7 @@ void RecognizerProcess::start() {
 
 void RecognizerProcess::startWorker() {
     loadingModel_.reset();
+    workerKnowsGlyphs_ = false;
     state_ = {RecognizerState::Worker::loading, ModelState::loading, ModelState::loading};
     const std::vector<std::string> arguments{"velmora-recognizer", options_.dataFolder,
                                              crashedModels_.empty() ? "-" : crashedModels_};
@@ -227,6 +237,32 @@ std::optional<GrayImage> RecognizerProcess::drawCharacter(char32_t character, Sc
     const std::optional<RecognizerMessage> reply =
         ask(makeDrawCharacter({character, style, drawingSize}));
     return reply ? parsePicture(*reply) : std::nullopt;
+}
+
+std::optional<MatchedCells> RecognizerProcess::matchCells(const CellsToMatch& request) {
+    if (request.strip.isEmpty() || request.strip.width() > RecognizerMessage::greatestWidth ||
+        request.strip.height() > RecognizerMessage::greatestHeight ||
+        request.strip.pixels().size() > RecognizerMessage::greatestBody / 2) {
+        return std::nullopt;
+    }
+    const std::lock_guard lock(mutex_);
+    if (glyphs_.empty() || !ensureWorker()) {
+        return std::nullopt;
+    }
+    if (!workerKnowsGlyphs_) {
+        const auto reply = ask(makeKnowGlyphs({options_.glyphFolder, glyphs_}));
+        workerKnowsGlyphs_ = reply && reply->kind == Kind::understood;
+    }
+    const std::optional<RecognizerMessage> reply = ask(makeMatchCells(request));
+    std::optional<MatchedCells> matches = reply ? parseMatches(*reply) : std::nullopt;
+    return matches && matches->cells.size() == request.cells.size() ? std::move(matches)
+                                                                    : std::nullopt;
+}
+
+void RecognizerProcess::setGlyphs(std::vector<char32_t> characters) {
+    const std::lock_guard lock(mutex_);
+    glyphs_ = std::move(characters);
+    workerKnowsGlyphs_ = false;
 }
 
 /// Sends a request and waits for its answer; nothing where the worker is not ready or fails.

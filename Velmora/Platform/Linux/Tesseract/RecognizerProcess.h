@@ -9,6 +9,7 @@
 #include <mutex>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "Velmora/Platform/Linux/Tesseract/RecognizerState.h"
 #include "Velmora/Platform/Recognition/LineReader.h"
@@ -28,6 +29,7 @@ class RecognizerProcess : public LineReader {
     struct Options {
         std::string executable;       ///< Empty: `defaultExecutable()`.
         std::string dataFolder;       ///< Of the language data; empty: where the system has it.
+        std::string glyphFolder;      ///< For the forms of characters; empty: the user's cache.
         Duration answerLimit{600};    ///< For one line.
         Duration restartPause{2000};  ///< After several failures in a row.
     };
@@ -50,6 +52,12 @@ class RecognizerProcess : public LineReader {
     std::optional<LineReading> read(const GrayImage& line, ScriptModel model) override;
     std::optional<GrayImage> drawCharacter(char32_t character, ScriptModel style) override;
 
+    /// The worker prepares what it needs in the background when it is first asked.
+    std::optional<MatchedCells> matchCells(const CellsToMatch& request) override;
+
+    /// The characters (sorted) that `matchCells` finds; without them it finds nothing.
+    void setGlyphs(std::vector<char32_t> characters);
+
     /// The worker program beside this one or in the folder where it is installed; empty where it
     /// is in neither place.
     static std::string defaultExecutable();
@@ -57,6 +65,9 @@ class RecognizerProcess : public LineReader {
     /// The first of the usual folders with Chinese language data; the most usual one where none
     /// has any.
     static std::string defaultDataFolder();
+
+    /// The folder in the user's cache for the forms of characters; empty where there is no home.
+    static std::string defaultGlyphFolder();
 
   private:
     using Instant = std::chrono::steady_clock::time_point;
@@ -82,6 +93,8 @@ class RecognizerProcess : public LineReader {
     std::uint32_t sequence_ = 0;
     int failuresInARow_ = 0;
     Instant nextStart_{};
+    std::vector<char32_t> glyphs_;
+    bool workerKnowsGlyphs_ = false;
     std::mutex knownMutex_;
     RecognizerState known_;  ///< What `state` answers while the worker is busy.
 };

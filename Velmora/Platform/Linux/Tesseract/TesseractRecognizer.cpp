@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <thread>
 #include <utility>
 
 #include "Velmora/Platform/Linux/Tesseract/RecognizerProcess.h"
@@ -33,6 +34,7 @@ constexpr int surfaceDown = 40;
 constexpr double plainSurface = 0.55;
 constexpr double bareSurface = 0.8;  ///< Above this there is no picture that needs an outline.
 constexpr float convincing = 0.985F;
+constexpr std::chrono::milliseconds glyphPoll{20};
 
 // Bounds for reading everything in a picture.
 constexpr std::chrono::milliseconds wholePictureLimit{4000};
@@ -91,9 +93,9 @@ struct TesseractRecognizer::Job {
 };
 
 TesseractRecognizer::TesseractRecognizer(Options options)
-    : process_(std::make_unique<RecognizerProcess>(
-          RecognizerProcess::Options{std::move(options.workerExecutable),
-                                     std::move(options.dataFolder), options.answerLimit})),
+    : process_(std::make_unique<RecognizerProcess>(RecognizerProcess::Options{
+          std::move(options.workerExecutable), std::move(options.dataFolder),
+          std::move(options.glyphFolder), options.answerLimit})),
       reader_(std::make_unique<RememberingLineReader>(*process_)),
       lines_(std::make_unique<LineRecognizer>(*reader_, nullptr)) {}
 
@@ -105,6 +107,18 @@ void TesseractRecognizer::start() {
 
 bool TesseractRecognizer::waitUntilReady(std::chrono::milliseconds limit) {
     return process_->waitUntilReady(limit);
+}
+
+bool TesseractRecognizer::waitForGlyphs(std::chrono::milliseconds limit) {
+    const Clock::time_point deadline = Clock::now() + limit;
+    const CellsToMatch nothing{GrayImage(1, 1), 1, {}};
+    while (!process_->matchCells(nothing)) {
+        if (Clock::now() >= deadline) {
+            return false;
+        }
+        std::this_thread::sleep_for(glyphPoll);
+    }
+    return true;
 }
 
 RecognizerState TesseractRecognizer::state() const {
@@ -120,6 +134,7 @@ pid_t TesseractRecognizer::workerProcessId() const {
 }
 
 void TesseractRecognizer::setWords(std::shared_ptr<const WordPatterns> words) {
+    process_->setGlyphs(words ? words->characters() : std::vector<char32_t>());
     const std::lock_guard lock(wordsMutex_);
     words_ = std::move(words);
 }

@@ -29,6 +29,7 @@ class TesseractRecognizer : public TextRecognizer {
     struct Options {
         std::string workerExecutable;  ///< Empty: velmora-recognizer beside this program.
         std::string dataFolder;        ///< Language data; empty: where the system has it.
+        std::string glyphFolder;       ///< For the forms of characters; empty: the user's cache.
         std::chrono::milliseconds answerLimit{600};  ///< For one line.
     };
 
@@ -40,6 +41,10 @@ class TesseractRecognizer : public TextRecognizer {
 
     /// Waits for that; whether anything can be read now.
     bool waitUntilReady(std::chrono::milliseconds limit);
+
+    /// Lets the forms of the words' characters be prepared, which takes seconds the first time,
+    /// and waits for that; whether they are at hand now.
+    bool waitForGlyphs(std::chrono::milliseconds limit);
 
     /// How far loading is, and what is missing. Never waits.
     RecognizerState state() const;

@@ -2,16 +2,13 @@
 #include "Velmora/Platform/Linux/Tesseract/Worker/CharacterPainter.h"
 
 #include <fontconfig/fontconfig.h>
-#include <ft2build.h>
-#include FT_FREETYPE_H
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <cstdint>
 #include <string>
+
+#include "Velmora/Platform/Linux/Tesseract/Worker/FontStream.h"
 
 namespace velmora {
 
@@ -46,45 +43,6 @@ FontFile preferredFont(const char* language) {
     FcPatternDestroy(wanted);
     return found;
 }
-
-unsigned long readFont(FT_Stream stream, unsigned long offset, unsigned char* buffer,
-                       unsigned long count) {
-    if (count == 0) {  // A seek, which may fail where nothing is left to read.
-        return offset > stream->size ? 1 : 0;
-    }
-    const auto descriptor = static_cast<int>(stream->descriptor.value);
-    const ssize_t read = ::pread(descriptor, buffer, count, static_cast<off_t>(offset));
-    return read < 0 ? 0 : static_cast<unsigned long>(read);
-}
-
-void closeFont(FT_Stream stream) {
-    ::close(static_cast<int>(stream->descriptor.value));
-}
-
-/// A font file that is read piece by piece: mapping it, as the library does by itself, brings
-/// twenty megabytes into memory.
-class FontStream {
-  public:
-    FT_Face open(FT_Library library, const FontFile& file) {
-        const int descriptor = ::open(file.path.c_str(), O_RDONLY | O_CLOEXEC);
-        struct stat status {};
-        if (descriptor < 0 || ::fstat(descriptor, &status) != 0) {
-            return nullptr;
-        }
-        stream_.size = static_cast<unsigned long>(status.st_size);
-        stream_.descriptor.value = descriptor;
-        stream_.read = readFont;
-        stream_.close = closeFont;
-        FT_Open_Args arguments{};
-        arguments.flags = FT_OPEN_STREAM;
-        arguments.stream = &stream_;
-        FT_Face face = nullptr;
-        return FT_Open_Face(library, &arguments, file.index, &face) == 0 ? face : nullptr;
-    }
-
-  private:
-    FT_StreamRec stream_{};
-};
 
 void copyGlyph(const FT_GlyphSlot glyph, int baseline, GrayImage& picture) {
     for (unsigned y = 0; y < glyph->bitmap.rows; ++y) {
@@ -129,7 +87,8 @@ struct CharacterPainter::Implementation {
         const std::array<const char*, 2> languages{"zh-cn", "zh-tw"};
         for (std::size_t i = 0; i < faces.size(); ++i) {
             const FontFile file = preferredFont(languages[i]);
-            faces[i] = file.path.empty() ? nullptr : streams[i].open(library, file);
+            faces[i] =
+                file.path.empty() ? nullptr : streams[i].open(library, file.path, file.index);
         }
         FcFini();
     }

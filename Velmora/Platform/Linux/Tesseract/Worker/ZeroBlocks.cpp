@@ -10,6 +10,8 @@
 #include <cstdlib>
 #include <new>
 
+#include "Velmora/Platform/Linux/Tesseract/Worker/ZeroPages.h"
+
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
 
 namespace {
@@ -17,10 +19,14 @@ namespace {
 constexpr std::size_t blockSize = 2304;
 constexpr std::size_t regionSize = std::size_t{32} << 20;
 
-/// Blocks are handed out once: they live as long as the languages do. One thread uses them.
+/// Blocks are handed out once: they live as long as the languages do. One thread uses them, until
+/// closeZeroBlocks: other threads begin only then.
 class Region {
   public:
     void* take() {
+        if (closed_) {
+            return nullptr;
+        }
         if (start_ == nullptr) {
             void* memory = ::mmap(nullptr, regionSize, PROT_READ | PROT_WRITE,
                                   MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
@@ -36,6 +42,7 @@ class Region {
         used_ += blockSize;
         return block;
     }
+    void close() { closed_ = true; }
     bool holds(const void* pointer) const {
         const auto at = reinterpret_cast<std::uintptr_t>(pointer);
         const auto first = reinterpret_cast<std::uintptr_t>(start_);
@@ -45,6 +52,7 @@ class Region {
   private:
     std::byte* start_ = nullptr;
     std::size_t used_ = 0;
+    bool closed_ = false;
 };
 
 constinit Region region;
@@ -71,5 +79,13 @@ void operator delete(void* pointer) noexcept {
 void operator delete(void* pointer, std::size_t /*size*/) noexcept {
     operator delete(pointer);
 }
+
+void velmora::closeZeroBlocks() {
+    region.close();
+}
+
+#else
+
+void velmora::closeZeroBlocks() {}
 
 #endif

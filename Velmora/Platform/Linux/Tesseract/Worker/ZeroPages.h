@@ -8,4 +8,8 @@ namespace velmora {
 /// its neural networks never ask. For a process with one thread.
 void giveBackZeroPages();
 
+/// To be called when all languages are loaded, before there are other threads: from here on memory
+/// comes as usual.
+void closeZeroBlocks();
+
 }  // namespace velmora

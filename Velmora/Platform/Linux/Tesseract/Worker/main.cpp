@@ -16,6 +16,7 @@
 #include <string>
 
 #include "Velmora/Platform/Linux/Tesseract/Worker/CharacterPainter.h"
+#include "Velmora/Platform/Linux/Tesseract/Worker/GlyphLibrary.h"
 #include "Velmora/Platform/Linux/Tesseract/Worker/MessagePipe.h"
 #include "Velmora/Platform/Linux/Tesseract/Worker/TesseractEngine.h"
 #include "Velmora/Platform/Linux/Tesseract/Worker/ZeroPages.h"
@@ -82,6 +83,7 @@ class Worker {
                 return false;
             }
         }
+        closeZeroBlocks();
         giveBackZeroPages();
         return pipe_.send({Kind::ready, 0, {}});
     }
@@ -117,12 +119,21 @@ class Worker {
             const auto picture = painter_.draw(drawing->character, drawing->style, drawing->size);
             return picture ? makePicture(*picture) : RecognizerMessage{};
         }
+        if (auto glyphs = parseKnowGlyphs(request)) {
+            glyphs_.know(std::move(*glyphs));
+            return {Kind::understood, 0, {}};
+        }
+        if (const auto cells = parseMatchCells(request)) {
+            const auto matches = glyphs_.match(*cells);
+            return matches ? makeMatches(*matches) : RecognizerMessage{};
+        }
         return {};
     }
 
     MessagePipe pipe_;
     std::array<std::unique_ptr<TesseractEngine>, 2> engines_;
     CharacterPainter painter_;
+    GlyphLibrary glyphs_;
 };
 
 }  // namespace

@@ -1,0 +1,232 @@
+// SPDX-License-Identifier: MIT
+#include "Velmora/Platform/Linux/Tesseract/Worker/GlyphMatcher.h"
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+#include <numeric>
+
+namespace velmora {
+
+namespace {
+
+constexpr std::size_t scanned = 64;     ///< Taken from the store by the cell as it was cut.
+constexpr std::size_t compared = 8;     ///< Of these, at first, pixel by pixel.
+constexpr float leastExact = 0.9F;      ///< Where none of them reaches that, more are compared.
+constexpr float belowFit = 0.04F;       ///< The same, as compared with the line's other cells.
+constexpr std::size_t mostProbes = 3;   ///< Cells that a style is found by.
+constexpr float sureStyle = 0.93F;      ///< A remembered style that needs no search.
+constexpr float settledStyle = 0.975F;  ///< A search goes no further.
+constexpr float rememberedStyle = 0.85F;
+
+GrayImage cutOut(const GrayImage& picture, const PixelBox& box) {
+    const PixelBox area = box.clippedTo(picture.width(), picture.height());
+    GrayImage cut(area.width(), area.height());
+    for (int y = area.top; y < area.bottom; ++y) {
+        std::copy_n(picture.row(y) + area.left, area.width(), cut.row(y - area.top));
+    }
+    return cut;
+}
+
+/// How well the best character of each cell fits, but for the worse two thirds, which may be cut
+/// badly or be no text.
+float fontFitOf(const std::vector<std::vector<GlyphMatch>>& cells) {
+    std::vector<float> fits;
+    for (const std::vector<GlyphMatch>& matches : cells) {
+        float best = 0;
+        for (const GlyphMatch& match : matches) {
+            best = std::max(best, match.exact);
+        }
+        fits.push_back(best);
+    }
+    std::sort(fits.begin(), fits.end(), std::greater<>());
+    return fits.empty() ? 0 : fits[fits.size() / 3];
+}
+
+bool isBetter(const GlyphMatch& a, const GlyphMatch& b) {
+    return a.shape > b.shape;
+}
+
+}  // namespace
+
+/// The cell's edges may take a piece of a neighbour along or cut a stroke off, so it is also cut a
+/// little closer and a little wider.
+GlyphMatcher::Ink GlyphMatcher::prepare(const CellsToMatch& request, const CellToMatch& cell,
+                                        const GlyphStore& store) {
+    Ink ink;
+    const int slack = std::max(1, cell.cell.width() / 14);
+    for (const int change : {0, -slack, slack}) {
+        const PixelBox box{cell.cell.left - change, 0, cell.cell.right + change,
+                           request.strip.height()};
+        if (const auto features = GlyphFeatures::of(cutOut(request.strip, box))) {
+            ink.features.push_back(*features);
+        }
+    }
+    if (ink.features.empty()) {
+        return ink;
+    }
+    ink.pixels.emplace(cutOut(request.strip, PixelBox{cell.cell.left - 1, 0, cell.cell.right + 1,
+                                                      request.strip.height()}));
+    const auto add = [&](char32_t character) {
+        GlyphMatch match{character, 0, 0};
+        for (const GlyphFeatures& features : ink.features) {
+            match.shape = std::max(match.shape, store.similarity(features, character));
+        }
+        ink.matches.push_back(match);
+    };
+    for (const GlyphStore::Neighbour& neighbour : store.nearest(ink.features.front(), scanned)) {
+        add(neighbour.character);
+    }
+    for (const char32_t candidate : cell.candidates) {
+        if (std::none_of(ink.matches.begin(), ink.matches.end(),
+                         [&](const GlyphMatch& match) { return match.character == candidate; })) {
+            add(candidate);
+        }
+    }
+    std::sort(ink.matches.begin(), ink.matches.end(), isBetter);
+    return ink;
+}
+
+const GrayImage* GlyphMatcher::drawing(char32_t character, const GlyphStyle& style) {
+    const auto place = static_cast<std::uint64_t>(std::lround(style.size * 64)) * 256 +
+                       style.face * 4 + static_cast<std::uint64_t>(style.rendering);
+    const DrawingKey key{character, place};
+    auto known = drawings_.find(key);
+    if (known == drawings_.end()) {
+        if (drawings_.size() >= mostDrawings) {
+            drawings_.clear();
+        }
+        known = drawings_.emplace(key, fonts_.draw(character, style)).first;
+    }
+    return known->second ? &*known->second : nullptr;
+}
+
+/// How well the best of some cells' first candidates fit in a style: the mean over all probes but
+/// the worst third, whose cells may be cut badly.
+float GlyphMatcher::fitOf(const std::vector<const Ink*>& probes, const GlyphStyle& style,
+                          std::size_t candidates) {
+    std::vector<float> fits;
+    for (const Ink* probe : probes) {
+        float best = 0;
+        for (std::size_t i = 0; i < std::min(candidates, probe->matches.size()); ++i) {
+            if (const GrayImage* drawn = drawing(probe->matches[i].character, style)) {
+                best = std::max(best, probe->pixels->with(*drawn));
+            }
+        }
+        fits.push_back(best);
+    }
+    std::sort(fits.begin(), fits.end(), std::greater<>());
+    fits.resize(fits.size() - fits.size() / 3);
+    return fits.empty()
+               ? 0
+               : std::accumulate(fits.begin(), fits.end(), 0.0F) / static_cast<float>(fits.size());
+}
+
+/// Tries the fonts at about the right size, then the best ones more closely.
+GlyphMatcher::FittingStyle GlyphMatcher::searchStyles(const std::vector<const Ink*>& probes,
+                                                      double em) {
+    std::vector<FittingStyle> faces;
+    const double rounded = std::max(6.0, std::round(em));
+    for (std::size_t face = 0; face < fonts_.faces().size(); ++face) {
+        const GlyphStyle style{face, rounded, GlyphRendering::hinted};
+        faces.push_back({style, fitOf(probes, style, 2)});
+    }
+    std::sort(faces.begin(), faces.end(),
+              [](const FittingStyle& a, const FittingStyle& b) { return a.fit > b.fit; });
+    faces.resize(std::min<std::size_t>(faces.size(), 3));
+    FittingStyle best = faces.empty() ? FittingStyle{} : faces.front();
+    for (const FittingStyle& candidate : faces) {
+        FittingStyle own = candidate;
+        for (const double change : {-1.0, 1.0, -0.5, 0.5, -2.0, 2.0}) {
+            if (own.fit >= settledStyle) {
+                break;
+            }
+            GlyphStyle style = candidate.style;
+            style.size = std::max(6.0, rounded + change);
+            const float fit = fitOf(probes, style, 2);
+            own = fit > own.fit ? FittingStyle{style, fit} : own;
+        }
+        for (const GlyphRendering rendering :
+             {GlyphRendering::unhinted, GlyphRendering::subpixel}) {
+            GlyphStyle style = own.style;
+            style.rendering = rendering;
+            const float fit = fitOf(probes, style, 2);
+            own = fit > own.fit ? FittingStyle{style, fit} : own;
+        }
+        best = own.fit > best.fit ? own : best;
+    }
+    return best;
+}
+
+GlyphMatcher::FittingStyle GlyphMatcher::findStyle(const std::vector<Ink>& cells, double em) {
+    std::vector<const Ink*> probes;
+    for (const Ink& cell : cells) {
+        if (cell.pixels && !cell.matches.empty()) {
+            probes.push_back(&cell);
+        }
+    }
+    std::sort(probes.begin(), probes.end(), [](const Ink* a, const Ink* b) {
+        return a->matches.front().shape > b->matches.front().shape;
+    });
+    probes.resize(std::min(probes.size(), mostProbes));
+    FittingStyle best;
+    for (const GlyphStyle& style : styles_) {
+        if (std::fabs(style.size - em) <= 2.5) {
+            const float fit = fitOf(probes, style, 3);
+            best = fit > best.fit ? FittingStyle{style, fit} : best;
+        }
+    }
+    if (best.fit < sureStyle) {
+        const FittingStyle found = searchStyles(probes, em);
+        best = found.fit > best.fit ? found : best;
+    }
+    if (best.fit >= rememberedStyle) {
+        std::erase(styles_, best.style);
+        styles_.insert(styles_.begin(), best.style);
+        styles_.resize(std::min(styles_.size(), mostStyles));
+    }
+    return best;
+}
+
+/// Compares the first matches, the given ones, and as long as nothing fits the others too. What has
+/// not been compared is left out.
+void GlyphMatcher::compare(Ink& cell, const std::vector<char32_t>& candidates,
+                           const FittingStyle& found) {
+    const float wanted = std::max(leastExact, found.fit - belowFit);
+    float best = 0;
+    std::vector<GlyphMatch> matches;
+    for (std::size_t i = 0; i < cell.matches.size(); ++i) {
+        GlyphMatch match = cell.matches[i];
+        const bool given =
+            std::find(candidates.begin(), candidates.end(), match.character) != candidates.end();
+        if (i >= compared && best >= wanted && !given) {
+            continue;
+        }
+        const GrayImage* drawn = drawing(match.character, found.style);
+        match.exact = drawn != nullptr ? cell.pixels->with(*drawn) : 0;
+        best = std::max(best, match.exact);
+        matches.push_back(match);
+    }
+    std::stable_sort(matches.begin(), matches.end(), [](const GlyphMatch& a, const GlyphMatch& b) {
+        return a.exact + a.shape > b.exact + b.shape;
+    });
+    matches.resize(std::min(matches.size(), CellsToMatch::mostMatches));
+    cell.matches = std::move(matches);
+}
+
+MatchedCells GlyphMatcher::match(const CellsToMatch& request, const GlyphStore& store) {
+    MatchedCells result;
+    std::vector<Ink> cells;
+    for (const CellToMatch& cell : request.cells) {
+        cells.push_back(prepare(request, cell, store));
+    }
+    const FittingStyle found = findStyle(cells, request.em);
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+        compare(cells[i], request.cells[i].candidates, found);
+        result.cells.push_back(std::move(cells[i].matches));
+    }
+    result.fontFit = fontFitOf(result.cells);
+    return result;
+}
+
+}  // namespace velmora

@@ -1,0 +1,216 @@
+// SPDX-License-Identifier: MIT
+#include "Velmora/Platform/Recognition/GlyphJudge.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "Velmora/Platform/Recognition/CharacterGrid.h"
+#include "Velmora/Platform/Recognition/CodePoint.h"
+#include "Velmora/Platform/Recognition/LineImage.h"
+
+namespace velmora {
+
+namespace {
+
+constexpr int rowsAround = 2;         ///< Of the line's ink, taken along.
+constexpr float knownFont = 0.85F;    ///< From this fit on the drawn forms decide alone.
+constexpr float clearMargin = 0.05F;  ///< To the second best.
+constexpr float clearExact = 0.85F;
+constexpr float closeExact = 0.02F;      ///< Closer than this the second best is offered too.
+constexpr float agreementBonus = 0.10F;  ///< For what a confident reader says as well.
+constexpr float strangeFontBonus = 0.04F;
+constexpr float otherBonus = 0.02F;
+constexpr double leastWidth = 0.6;  ///< Of the pitch, for a cell that may hold a character.
+constexpr float belowFit = 0.08F;   ///< A character that fits so much worse is none.
+constexpr float gridConfidence = 0.9F;
+constexpr float doubtful = 0.9F;  ///< A mark read with less may be a character.
+
+bool isHanText(const std::string& text) {
+    return isHan(firstCodePoint(text));
+}
+
+/// A cell on its way: which character of the line it is and what is said about it.
+struct Judged {
+    std::size_t place = 0;
+    std::vector<char32_t> others;
+};
+
+float scoreOf(const GlyphMatch& match, const PlacedCharacter& character, const Judged& cell,
+              bool fontKnown) {
+    float score =
+        fontKnown ? match.exact + 0.1F * match.shape : 0.5F * match.exact + 0.5F * match.shape;
+    if (match.character == firstCodePoint(character.text)) {
+        score += (fontKnown ? agreementBonus : strangeFontBonus) * character.confidence;
+    }
+    for (const char32_t other : cell.others) {
+        score += other == match.character ? otherBonus : 0;
+    }
+    return score;
+}
+
+/// Puts the best match into the line. Whether it had another character there.
+bool settle(PlacedCharacter& character, const std::vector<GlyphMatch>& matches, const Judged& cell,
+            float fontFit) {
+    character.fit = fontFit;
+    if (matches.empty()) {
+        return false;
+    }
+    const bool fontKnown = fontFit >= knownFont;
+    std::vector<std::pair<float, GlyphMatch>> ranked;
+    for (const GlyphMatch& match : matches) {
+        ranked.emplace_back(scoreOf(match, character, cell, fontKnown), match);
+    }
+    std::stable_sort(ranked.begin(), ranked.end(),
+                     [](const auto& a, const auto& b) { return a.first > b.first; });
+    const GlyphMatch& best = ranked.front().second;
+    const bool wasMark = !character.text.empty() && !isHanText(character.text);
+    if (wasMark && !(fontKnown && best.exact >= clearExact && character.confidence < doubtful)) {
+        return false;
+    }
+    character.exact = best.exact;
+    character.shape = best.shape;
+    character.margin = ranked.size() > 1 ? ranked[0].first - ranked[1].first : 1;
+    if (ranked.size() > 1 && best.exact - ranked[1].second.exact < closeExact) {
+        character.runnerUp = utf8Of(ranked[1].second.character);
+    }
+    const std::string text = utf8Of(best.character);
+    character.agreed = character.text == text;
+    character.confirmed = best.exact >= clearExact && fontKnown &&
+                          (character.margin >= clearMargin || character.agreed);
+    if (!character.agreed) {
+        character.text = text;
+        character.confidence = std::min(character.confidence, best.exact);
+    }
+    return !character.agreed;
+}
+
+}  // namespace
+
+/// The strip of a window and where it begins in the picture.
+GlyphJudge::Strip GlyphJudge::cutStrip(const FoundLines& found, const ReadingWindow& window,
+                                       double pitch) {
+    const PixelBox area = window.box.grownBy(rowsAround + static_cast<int>(pitch / 2), rowsAround)
+                              .clippedTo(found.image.width(), found.image.height());
+    Strip strip;
+    strip.left = area.left;
+    strip.request.strip = cutBlackOnWhite(found.image, area, window.box);
+    strip.request.em = pitch;
+    return strip;
+}
+
+std::optional<MatchedCells> GlyphJudge::match(const Strip& strip) {
+    if (strip.request.strip.isEmpty() || strip.request.cells.empty()) {
+        return std::nullopt;
+    }
+    std::optional<MatchedCells> matches = reader_.matchCells(strip.request);
+    return matches && matches->cells.size() == strip.request.cells.size() ? std::move(matches)
+                                                                          : std::nullopt;
+}
+
+bool GlyphJudge::Strip::add(const CharacterCell& cell, std::vector<char32_t> candidates) {
+    const CharacterCell inside{std::max(0, cell.left - left),
+                               std::min(request.strip.width(), cell.right - left)};
+    if (inside.width() < 4 || request.cells.size() >= CellsToMatch::mostCells) {
+        return false;
+    }
+    request.cells.push_back({inside, std::move(candidates)});
+    return true;
+}
+
+std::optional<GlyphJudge::Verdict> GlyphJudge::judge(const FoundLines& found, PlacedLine& line,
+                                                     ReadingWindow& window, double focus,
+                                                     const std::vector<const PlacedLine*>& others) {
+    const double pitch = pitchOf(line);
+    if (pitch <= 0) {
+        return std::nullopt;
+    }
+    Strip strip = cutStrip(found, window, pitch);
+    std::vector<Judged> cells;
+    for (std::size_t i = window.first; i < window.last; ++i) {
+        const PlacedCharacter& character = line[i];
+        Judged judged{i, {}};
+        for (const PlacedLine* other : others) {
+            const PlacedCharacter* rival = counterpart(*other, character.cell);
+            if (rival != nullptr && isHanText(rival->text)) {
+                judged.others.push_back(firstCodePoint(rival->text));
+            }
+        }
+        std::vector<char32_t> wanted = judged.others;
+        if (isHanText(character.text)) {
+            wanted.push_back(firstCodePoint(character.text));
+        }
+        if (character.cell.width() >= leastWidth * pitch &&
+            strip.add(character.cell, std::move(wanted))) {
+            cells.push_back(std::move(judged));
+        }
+    }
+    std::optional<MatchedCells> matches = match(strip);
+    if (!matches) {
+        return std::nullopt;
+    }
+    Verdict verdict;
+    verdict.fontFit = matches->fontFit;
+    verdict.compared = cells.size();
+    std::vector<bool> certain(line.size(), false);
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+        PlacedCharacter& character = line[cells[i].place];
+        const bool changed = settle(character, matches->cells[i], cells[i], matches->fontFit);
+        verdict.changed += changed ? 1 : 0;
+        certain[cells[i].place] =
+            character.exact >= clearExact && character.exact >= matches->fontFit - belowFit;
+    }
+    if (matches->fontFit >= knownFont) {
+        verdict.changed += regrid(found, line, certain, window, pitch, matches->fontFit);
+        window.focus = static_cast<std::size_t>(std::max(0, characterAt(line, focus, 2 * pitch)));
+    }
+    finish(line, window, verdict);
+    return verdict;
+}
+
+/// Reads places again where characters should stand but none fits. How many it found.
+std::size_t GlyphJudge::regrid(const FoundLines& found, PlacedLine& line,
+                               const std::vector<bool>& certain, ReadingWindow& window,
+                               double pitch, float fontFit) {
+    Strip strip = cutStrip(found, window, pitch);
+    std::vector<CharacterCell> cells;
+    for (const CharacterCell& cell : cellsOnGrid(line, certain, window, pitch)) {
+        if (strip.add(cell, {})) {
+            cells.push_back(cell);
+        }
+    }
+    const std::optional<MatchedCells> matches = match(strip);
+    if (!matches) {
+        return 0;
+    }
+    std::size_t replaced = 0;
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+        PlacedCharacter character{"", gridConfidence, cells[i]};
+        const PlacedCharacter* before = counterpart(line, cells[i]);
+        settle(character, matches->cells[i], {}, fontFit);
+        if (character.exact < clearExact || character.exact < fontFit - belowFit ||
+            (before != nullptr && before->exact >= character.exact)) {
+            continue;
+        }
+        const std::size_t size = line.size();
+        replaceWithin(line, character);
+        window.last = std::min(line.size(), window.last + line.size() - size);
+        ++replaced;
+    }
+    return replaced;
+}
+
+/// What the window is like now, and the line as it might be instead.
+void GlyphJudge::finish(const PlacedLine& line, const ReadingWindow& window, Verdict& verdict) {
+    verdict.settled = verdict.fontFit >= knownFont;
+    verdict.runnersUp = line;
+    for (std::size_t i = window.first; i < std::min(window.last, line.size()); ++i) {
+        const PlacedCharacter& character = line[i];
+        verdict.settled = verdict.settled && (character.confirmed || !isHanText(character.text));
+        if (!character.runnerUp.empty()) {
+            verdict.runnersUp[i].text = character.runnerUp;
+            verdict.hasRunnersUp = true;
+        }
+    }
+}
+
+}  // namespace velmora

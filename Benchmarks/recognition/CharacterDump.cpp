@@ -67,7 +67,7 @@ void printLine(const CorpusScreen& screen, const ReadLine& read, const CorpusHov
 }  // namespace
 
 bool dumpCharacters(const std::vector<CorpusScreen>& screens, const WordPatterns& words) {
-    RecognizerProcess process({{}, {}, {}, std::chrono::milliseconds(10000)});
+    RecognizerProcess process({{}, {}, std::chrono::milliseconds(10000)});
     process.setGlyphs(words.characters());
     process.start();
     if (!process.waitUntilReady(std::chrono::seconds(60))) {

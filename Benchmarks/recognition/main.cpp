@@ -149,7 +149,7 @@ int main(int count, char** arguments) {
     pid_t worker = -1;
     if (!usePlain) {
         auto ours = std::make_shared<TesseractRecognizer>(
-            TesseractRecognizer::Options{{}, {}, {}, std::chrono::milliseconds(10000)});
+            TesseractRecognizer::Options{{}, {}, std::chrono::milliseconds(10000)});
         ours->setWords(wordPatternsOf(*dictionary));
         ours->start();
         if (!ours->waitUntilReady(std::chrono::seconds(60))) {

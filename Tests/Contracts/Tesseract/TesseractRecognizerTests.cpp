@@ -11,6 +11,8 @@
 #include <random>
 
 #include "Tests/Contracts/Tesseract/Pictures.h"
+#include "Tests/Support/TemporaryFolder.h"
+#include "Velmora/Platform/Recognition/WordPatterns.h"
 
 namespace velmora {
 namespace {
@@ -24,6 +26,29 @@ TesseractRecognizer& recognizer() {
             TesseractRecognizer::Options{{}, {}, milliseconds(20000)});
         made->start();
         made->waitUntilReady(milliseconds(60000));
+        return made;
+    }();
+    return *shared;
+}
+
+/// One that compares characters with their forms, as it does when it knows words.
+TesseractRecognizer& recognizerWithForms() {
+    static const auto shared = [] {
+        static const testing::TemporaryFolder folder;
+        auto words = std::make_shared<WordPatterns>();
+        for (const char* word : {"图书馆", "圖書館", "每天", "上午", "开门", "開門", "我们", "我們",
+                                 "一起", "公园", "散步", "检查", "更新", "日本", "日本语"}) {
+            words->add(word);
+        }
+        words->finish();
+        TesseractRecognizer::Options options;
+        options.answerLimit = milliseconds(20000);
+        options.glyphFolder = folder.path().string();
+        auto made = std::make_unique<TesseractRecognizer>(options);
+        made->start();
+        made->waitUntilReady(milliseconds(60000));
+        made->setWords(words);
+        made->waitForGlyphs(milliseconds(60000));
         return made;
     }();
     return *shared;
@@ -46,11 +71,8 @@ struct Hover {
 
 class ReadsPictures : public ::testing::TestWithParam<Hover> {};
 
-TEST_P(ReadsPictures, TheTextAndTheCharacterUnderThePoint) {
-    const Hover& hover = GetParam();
-    const Image image = fixturePicture(hover.picture);
-    ASSERT_FALSE(image.isEmpty());
-    const auto observations = recognizer().recognize(image, hover.point, 3);
+void expectRead(const Hover& hover, const Image& image,
+                const std::optional<std::vector<TextObservation>>& observations) {
     ASSERT_EQ(bestText(observations), hover.text);
     const RecognizedText& text = *observations->front().candidates.front();
     EXPECT_EQ(text.confidence() >= 0.99F, hover.sure) << text.confidence();
@@ -59,6 +81,15 @@ TEST_P(ReadsPictures, TheTextAndTheCharacterUnderThePoint) {
     const Point normalized{hover.point.x / image.width(), 1 - hover.point.y / image.height()};
     EXPECT_TRUE(box->contains(normalized));
     EXPECT_LE(observations->front().candidates.size(), 3U);
+}
+
+TEST_P(ReadsPictures, TheTextAndTheCharacterUnderThePoint) {
+    const Hover& hover = GetParam();
+    const Image image = fixturePicture(hover.picture);
+    ASSERT_FALSE(image.isEmpty());
+    for (TesseractRecognizer* one : {&recognizer(), &recognizerWithForms()}) {
+        expectRead(hover, image, one->recognize(image, hover.point, 3));
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -100,8 +131,11 @@ TEST(TesseractRecognizer, HonoursTheCandidateLimit) {
 TEST(TesseractRecognizer, IsNeverSureOfOtherScripts) {
     for (const char* name : {"english", "mixed"}) {
         const Image image = fixturePicture(name);
-        for (const double x : {120.0, 180.0}) {
-            const auto observations = recognizer().recognize(image, Point{x, 55}, 3);
+        for (const auto& [one, x] : {std::pair{&recognizer(), 120.0},
+                                     {&recognizer(), 180.0},
+                                     {&recognizerWithForms(), 120.0},
+                                     {&recognizerWithForms(), 180.0}}) {
+            const auto observations = one->recognize(image, Point{x, 55}, 3);
             ASSERT_TRUE(observations);
             for (const TextObservation& observation : *observations) {
                 for (const auto& candidate : observation.candidates) {

@@ -95,6 +95,16 @@ std::size_t agreement(const PlacedLine& reading, const PlacedLine& line,
     return count;
 }
 
+/// Most of a window is in a foreign script, or a picture, in which a model sees what it knows.
+bool isForeign(const PlacedLine& line, const ReadingWindow& window) {
+    const std::size_t last = std::min(window.last, line.size());
+    std::size_t han = 0;
+    for (std::size_t i = window.first; i < last; ++i) {
+        han += isHanText(line[i].text) ? 1 : 0;
+    }
+    return han * 2 < last - window.first;
+}
+
 bool hasHan(const PlacedLine& line) {
     return std::any_of(line.begin(), line.end(),
                        [](const PlacedCharacter& c) { return isHanText(c.text); });
@@ -251,10 +261,11 @@ float LineRecognizer::certaintyOfWord(const PlacedLine& line, const ReadingWindo
                                  : neverCompared;
     };
     const float own = certainty(focus);
-    if (own < leastCertainty) {
+    const bool foreign = isForeign(line, window);
+    if (own < (foreign ? acceptedCertainty : leastCertainty)) {
         return silentConfidence;
     }
-    float product = 1;
+    float product = foreign && !isHanText(line[focus].text) ? neverCompared : 1;
     for (std::size_t i = focus - std::min(focus, besideFocus);
          i < std::min(line.size(), focus + besideFocus + 1); ++i) {
         product *= certainty(i);
@@ -265,17 +276,15 @@ float LineRecognizer::certaintyOfWord(const PlacedLine& line, const ReadingWindo
                : std::min(greatestUnconfirmed, 0.4F + 0.6F * product);
 }
 
-/// The confidence of the line for a rule that looks at one character of it: at or above 0.99 where
-/// everything around that character was read the same twice.
+/// The same where no forms are at hand: at or above 0.99 where everything around the character was
+/// read the same twice.
 float LineRecognizer::calibrated(const FoundLines& found, const PlacedLine& line,
                                  const ReadingWindow& window) {
     const std::size_t first = window.focus - std::min<std::size_t>(window.focus, 2);
     const std::size_t last = std::min(line.size(), window.focus + 4);
-    const auto han = static_cast<std::size_t>(
-        std::count_if(line.begin() + static_cast<std::ptrdiff_t>(window.first),
-                      line.begin() + static_cast<std::ptrdiff_t>(window.last),
-                      [](const PlacedCharacter& c) { return isHanText(c.text); }));
-    bool confirmed = true;
+    const PlacedCharacter& focus = line[window.focus];
+    const bool foreign = isForeign(line, window);
+    bool confirmed = focus.confirmed && (!foreign || isHanText(focus.text));
     float least = 1;
     for (std::size_t i = first; i < last; ++i) {
         if (isHanText(line[i].text)) {
@@ -283,13 +292,10 @@ float LineRecognizer::calibrated(const FoundLines& found, const PlacedLine& line
             least = std::min(least, line[i].confidence);
         }
     }
-    if (confirmed && least >= leastAccepted && line[window.focus].confirmed) {
+    if (confirmed && least >= leastAccepted) {
         return acceptedConfidence + 0.009F * (least - leastAccepted) / (1 - leastAccepted);
     }
-    const PlacedCharacter& focus = line[window.focus];
     if (!focus.confirmed && isHanText(focus.text)) {
-        // A foreign script, or a picture, in which a model sees what it knows.
-        const bool foreign = han * 2 < window.last - window.first;
         const auto ink = InkJudge::inkForms(found, window.box, focus.cell);
         if (foreign || focus.confidence < 0.6F ||
             ink_.likeness(ink, focus.text) < InkJudge::unlike) {

@@ -18,7 +18,7 @@ struct PlacedCharacter {
     float margin = 0;        ///< By how much it does so better than any other character.
     float shape = 0;         ///< How like the ink its strokes run.
     float fit = 0;           ///< How well the line's font is known.
-    std::string runnerUp;    ///< What it may be instead; empty where nothing comes close.
+    std::string runnerUp{};  ///< What it may be instead; empty where nothing comes close.
     bool agreed = false;     ///< The reader of the whole line says the same as the ink.
 };
 

@@ -29,9 +29,9 @@ class RecognizerProcess : public LineReader {
     struct Options {
         std::string executable;       ///< Empty: `defaultExecutable()`.
         std::string dataFolder;       ///< Of the language data; empty: where the system has it.
-        std::string glyphFolder;      ///< For the forms of characters; empty: the user's cache.
         Duration answerLimit{600};    ///< For one line.
         Duration restartPause{2000};  ///< After several failures in a row.
+        std::string glyphFolder{};    ///< For the forms of characters; empty: the user's cache.
     };
 
     explicit RecognizerProcess(Options options);

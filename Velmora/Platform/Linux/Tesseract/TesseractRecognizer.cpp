@@ -93,9 +93,11 @@ struct TesseractRecognizer::Job {
 };
 
 TesseractRecognizer::TesseractRecognizer(Options options)
-    : process_(std::make_unique<RecognizerProcess>(RecognizerProcess::Options{
-          std::move(options.workerExecutable), std::move(options.dataFolder),
-          std::move(options.glyphFolder), options.answerLimit})),
+    : process_(std::make_unique<RecognizerProcess>(
+          RecognizerProcess::Options{.executable = std::move(options.workerExecutable),
+                                     .dataFolder = std::move(options.dataFolder),
+                                     .answerLimit = options.answerLimit,
+                                     .glyphFolder = std::move(options.glyphFolder)})),
       reader_(std::make_unique<RememberingLineReader>(*process_)),
       lines_(std::make_unique<LineRecognizer>(*reader_, nullptr)) {}
 

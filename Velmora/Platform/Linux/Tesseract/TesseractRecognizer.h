@@ -29,8 +29,8 @@ class TesseractRecognizer : public TextRecognizer {
     struct Options {
         std::string workerExecutable;  ///< Empty: velmora-recognizer beside this program.
         std::string dataFolder;        ///< Language data; empty: where the system has it.
-        std::string glyphFolder;       ///< For the forms of characters; empty: the user's cache.
         std::chrono::milliseconds answerLimit{600};  ///< For one line.
+        std::string glyphFolder{};  ///< For the forms of characters; empty: the user's cache.
     };
 
     explicit TesseractRecognizer(Options options);

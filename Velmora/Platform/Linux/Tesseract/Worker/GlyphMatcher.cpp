@@ -12,6 +12,7 @@ namespace {
 
 constexpr std::size_t scanned = 64;     ///< Taken from the store by the cell as it was cut.
 constexpr std::size_t compared = 8;     ///< Of these, at first, pixel by pixel.
+constexpr double strangerSize = 24;     ///< At which what the store lacks is drawn.
 constexpr float leastExact = 0.9F;      ///< Where none of them reaches that, more are compared.
 constexpr float belowFit = 0.04F;       ///< The same, as compared with the line's other cells.
 constexpr std::size_t mostProbes = 3;   ///< Cells that a style is found by.
@@ -72,6 +73,9 @@ GlyphMatcher::Ink GlyphMatcher::prepare(const CellsToMatch& request, const CellT
         for (const GlyphFeatures& features : ink.features) {
             match.shape = std::max(match.shape, store.similarity(features, character));
         }
+        if (match.shape <= 0) {
+            match.shape = strangerShape(ink, character);
+        }
         ink.matches.push_back(match);
     };
     for (const GlyphStore::Neighbour& neighbour : store.nearest(ink.features.front(), scanned)) {
@@ -85,6 +89,21 @@ GlyphMatcher::Ink GlyphMatcher::prepare(const CellsToMatch& request, const CellT
     }
     std::sort(ink.matches.begin(), ink.matches.end(), isBetter);
     return ink;
+}
+
+/// How alike the ink is to a character that is not in the store.
+float GlyphMatcher::strangerShape(const Ink& ink, char32_t character) {
+    float best = 0;
+    for (std::size_t face = 0; face < fonts_.faces().size(); ++face) {
+        if (const GrayImage* drawn =
+                drawing(character, {face, strangerSize, GlyphRendering::unhinted})) {
+            const auto form = GlyphFeatures::of(*drawn);
+            for (const GlyphFeatures& features : ink.features) {
+                best = form ? std::max(best, features.similarity(form->values())) : best;
+            }
+        }
+    }
+    return best;
 }
 
 const GrayImage* GlyphMatcher::drawing(char32_t character, const GlyphStyle& style) {

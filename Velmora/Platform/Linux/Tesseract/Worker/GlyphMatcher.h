@@ -44,6 +44,7 @@ class GlyphMatcher {
     float fitOf(const std::vector<const Ink*>& probes, const GlyphStyle& style,
                 std::size_t candidates);
     void compare(Ink& cell, const std::vector<char32_t>& candidates, const FittingStyle& found);
+    float strangerShape(const Ink& ink, char32_t character);
     const GrayImage* drawing(char32_t character, const GlyphStyle& style);
 
     using DrawingKey = std::pair<char32_t, std::uint64_t>;

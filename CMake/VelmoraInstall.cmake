@@ -8,8 +8,8 @@ foreach(program velmora velmora-app)
     endif()
 endforeach()
 install(DIRECTORY "${VELMORA_BUNDLE_FOLDER}" DESTINATION "${CMAKE_INSTALL_DATADIR}/velmora")
-install(FILES LICENSE DESTINATION "${CMAKE_INSTALL_DOCDIR}")
-install(FILES Documentation/Attribution.md DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+install(FILES LICENSE Documentation/Attribution.md Documentation/permissions.html
+        DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/velmora")
 install(FILES Packaging/velmora.1 DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
 install(FILES Packaging/completions/velmora.bash
         DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions" RENAME velmora)
@@ -17,6 +17,10 @@ install(FILES Packaging/completions/_velmora DESTINATION "${CMAKE_INSTALL_DATADI
 install(FILES Packaging/completions/velmora.fish
         DESTINATION "${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d")
 if(VELMORA_BUILD_APPLICATION)
+    # Where the application looks for its helper.
+    install(TARGETS velmora-recognizer RUNTIME DESTINATION lib/velmora)
+    include(VelmoraIcons)
+    install(DIRECTORY "${VELMORA_ICON_FOLDER}" DESTINATION "${CMAKE_INSTALL_DATADIR}/icons")
     install(FILES Packaging/com.velmora.Velmora.desktop DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
     install(FILES Packaging/com.velmora.Velmora.metainfo.xml DESTINATION "${CMAKE_INSTALL_DATADIR}/metainfo")
     install(FILES Resources/icons/com.velmora.Velmora.svg

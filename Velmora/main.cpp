@@ -175,6 +175,7 @@ class Application {
                         return model_.hoverLookupEnabled();
                     },
                 .diagnostics = [this] { return diagnostics(); },
+                .copyDiagnostics = [this] { model_.copyLookupDiagnostics(); },
                 .quit = [this] { backends_.shell->terminate(); }};
     }
 

@@ -29,7 +29,8 @@ settings onboarding toggle diagnostics quit autostart --help --version" -- "$cur
         pinyin | doctor) options="--json" ;;
         align) options="--json --reference" ;;
         probe) options="--at --json --explain --record --dictionary" ;;
-        recognize) options="--at --json --annotate --dictionary" ;;
+        recognize) options="--at --json --explain --annotate --dictionary" ;;
+        diagnostics) options="--copy" ;;
         autostart) options="on off status" ;;
     esac
     if [[ $current == -* || $command == autostart ]]; then

@@ -28,8 +28,9 @@ complete -c velmora -n '__fish_seen_subcommand_from lookup' -l offset -x -d 'The
 complete -c velmora -n '__fish_seen_subcommand_from lookup' -l json-lines -d 'Answer lines of JSON'
 complete -c velmora -n '__fish_seen_subcommand_from align' -l reference -x -d 'A text the line may come from'
 complete -c velmora -n '__fish_seen_subcommand_from probe recognize' -l at -x -d 'The point, as X,Y'
-complete -c velmora -n '__fish_seen_subcommand_from probe' -l explain -d 'List every attempt'
+complete -c velmora -n '__fish_seen_subcommand_from probe recognize' -l explain -d 'List every attempt'
 complete -c velmora -n '__fish_seen_subcommand_from probe' -l record -x -a '(__fish_complete_directories)' -d 'Keep what was seen'
 complete -c velmora -n '__fish_seen_subcommand_from recognize' -l annotate -r -F -d 'Draw what was found'
 complete -c velmora -n '__fish_seen_subcommand_from recognize' -F
+complete -c velmora -n '__fish_seen_subcommand_from diagnostics' -l copy -d 'Put it on the clipboard instead'
 complete -c velmora -n '__fish_seen_subcommand_from autostart' -a 'on off status'

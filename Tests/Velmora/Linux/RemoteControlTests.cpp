@@ -32,6 +32,7 @@ class RemoteControlTest : public ::testing::Test {
                 .showOnboarding = [this] { log += "onboarding "; },
                 .toggleHoverLookup = [this] { return hovering = !hovering; },
                 .diagnostics = [] { return std::string("diagnostics 知道"); },
+                .copyDiagnostics = [this] { log += "copied "; },
                 .quit = [this] { log += "quit "; }};
     }
 
@@ -74,6 +75,8 @@ TEST_F(RemoteControlTest, ServesEveryAction) {
     EXPECT_EQ(asClient(&RemoteControlClient::toggleHoverLookup), true);
     EXPECT_EQ(asClient(&RemoteControlClient::toggleHoverLookup), false);
     EXPECT_EQ(asClient(&RemoteControlClient::diagnostics), "diagnostics 知道");
+    EXPECT_TRUE(asClient(&RemoteControlClient::copyDiagnostics));
+    EXPECT_EQ(log, "settings onboarding copied ");
 }
 
 TEST_F(RemoteControlTest, DescribesItselfAsTheInterfaceSays) {
@@ -85,8 +88,8 @@ TEST_F(RemoteControlTest, DescribesItselfAsTheInterfaceSays) {
     ASSERT_TRUE(reply.isValid());
     const QString xml = reply.value();
     EXPECT_TRUE(xml.contains(QStringLiteral("interface name=\"com.velmora.Velmora1\"")));
-    for (const char* method :
-         {"ShowSettings", "ShowOnboarding", "ToggleHoverLookup", "Diagnostics", "Quit"}) {
+    for (const char* method : {"ShowSettings", "ShowOnboarding", "ToggleHoverLookup", "Diagnostics",
+                               "CopyDiagnostics", "Quit"}) {
         EXPECT_TRUE(xml.contains(QStringLiteral("method name=\"%1\"").arg(QLatin1String(method))))
             << method;
     }

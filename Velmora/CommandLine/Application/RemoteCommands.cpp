@@ -15,12 +15,13 @@ namespace {
 
 struct RemoteCommand {
     const char* name;
+    const char* option;  ///< The only one that it takes; null for none.
     const char* help;
     /// False where no program runs.
-    bool (*run)(RemoteControlClient& client);
+    bool (*run)(RemoteControlClient& client, bool withOption);
 };
 
-bool toggle(RemoteControlClient& client) {
+bool toggle(RemoteControlClient& client, bool /*withOption*/) {
     const auto enabled = client.toggleHoverLookup();
     if (enabled) {
         std::puts(*enabled ? "Hover lookup on" : "Hover lookup off");
@@ -28,7 +29,10 @@ bool toggle(RemoteControlClient& client) {
     return enabled.has_value();
 }
 
-bool diagnostics(RemoteControlClient& client) {
+bool diagnostics(RemoteControlClient& client, bool copy) {
+    if (copy) {
+        return client.copyDiagnostics();
+    }
     const auto text = client.diagnostics();
     if (text) {
         std::puts(text->c_str());
@@ -37,14 +41,18 @@ bool diagnostics(RemoteControlClient& client) {
 }
 
 constexpr std::array<RemoteCommand, 5> commands{{
-    {"settings", "Shows the settings window of the running Velmora.",
-     [](RemoteControlClient& client) { return client.showSettings(); }},
-    {"onboarding", "Shows the introduction of the running Velmora.",
-     [](RemoteControlClient& client) { return client.showOnboarding(); }},
-    {"toggle", "Switches hover lookup on or off in the running Velmora and tells which.", toggle},
-    {"diagnostics", "Prints the state of hover lookup in the running Velmora.", diagnostics},
-    {"quit", "Ends the running Velmora.",
-     [](RemoteControlClient& client) { return client.quit(); }},
+    {"settings", nullptr, "Shows the settings window of the running Velmora.",
+     [](RemoteControlClient& client, bool /*withOption*/) { return client.showSettings(); }},
+    {"onboarding", nullptr, "Shows the introduction of the running Velmora.",
+     [](RemoteControlClient& client, bool /*withOption*/) { return client.showOnboarding(); }},
+    {"toggle", nullptr, "Switches hover lookup on or off in the running Velmora and tells which.",
+     toggle},
+    {"diagnostics", "--copy",
+     "Prints the state of hover lookup in the running Velmora.\n\n"
+     "  --copy             put it on the clipboard instead\n",
+     diagnostics},
+    {"quit", nullptr, "Ends the running Velmora.",
+     [](RemoteControlClient& client, bool /*withOption*/) { return client.quit(); }},
 }};
 
 const RemoteCommand* find(const std::string& name) {
@@ -68,13 +76,18 @@ int runRemoteCommand(const std::vector<std::string>& arguments) {
     if (command == nullptr) {
         return wrongUsage;
     }
-    if (arguments.size() == 2 && (arguments[1] == "--help" || arguments[1] == "-h")) {
-        std::printf("Usage: velmora %s\n\n%s\nExit status: 0 done, 1 where none runs.\n",
-                    command->name, command->help);
+    const std::string option = command->option != nullptr ? command->option : "";
+    const std::string given = arguments.size() == 2 ? arguments[1] : "";
+    if (given == "--help" || given == "-h") {
+        std::printf("usage: velmora %s%s\n\n%s\nExit status: 0 done, 1 where none runs.\n",
+                    command->name, option.empty() ? "" : (" [" + option + "]").c_str(),
+                    command->help);
         return done;
     }
-    if (arguments.size() > 2 || (arguments.size() == 2 && arguments[1] != "--")) {
-        std::fprintf(stderr, "velmora %s: takes no arguments\n", command->name);
+    const bool withOption = !option.empty() && given == option;
+    if (arguments.size() > 2 || (!given.empty() && given != "--" && !withOption)) {
+        std::fprintf(stderr, "velmora %s: takes no %sarguments\n", command->name,
+                     option.empty() ? "" : "other ");
         return wrongUsage;
     }
     int count = 1;
@@ -82,7 +95,7 @@ int runRemoteCommand(const std::vector<std::string>& arguments) {
     std::array<char*, 2> values{name.data(), nullptr};
     const QCoreApplication application(count, values.data());
     RemoteControlClient client;
-    if (!command->run(client)) {
+    if (!command->run(client, withOption)) {
         std::fprintf(stderr, "velmora %s: Velmora is not running\n", command->name);
         return notRunning;
     }

@@ -61,6 +61,10 @@ std::optional<std::string> RemoteControlClient::diagnostics() {
     return reply.isValid() ? std::optional(reply.value().toStdString()) : std::nullopt;
 }
 
+bool RemoteControlClient::copyDiagnostics() {
+    return succeeds("CopyDiagnostics");
+}
+
 bool RemoteControlClient::quit() {
     if (!isRunning()) {
         return false;

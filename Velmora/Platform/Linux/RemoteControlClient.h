@@ -15,6 +15,7 @@ class RemoteControlClient {
     /// Whether hovering is on now.
     std::optional<bool> toggleHoverLookup();
     std::optional<std::string> diagnostics();
+    bool copyDiagnostics();
     /// Returns once the program has left the bus.
     bool quit();
 };

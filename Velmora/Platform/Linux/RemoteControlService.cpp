@@ -40,6 +40,7 @@ class RemoteControlService::Exported final : public QObject {
     void ShowOnboarding() { actions_.showOnboarding(); }
     bool ToggleHoverLookup() { return actions_.toggleHoverLookup(); }
     QString Diagnostics() { return QString::fromStdString(actions_.diagnostics()); }
+    void CopyDiagnostics() { actions_.copyDiagnostics(); }
     void Quit() { actions_.quit(); }
     // NOLINTEND(readability-identifier-naming)
 

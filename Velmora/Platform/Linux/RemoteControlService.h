@@ -13,6 +13,7 @@ struct RemoteControlActions {
     std::function<void()> showOnboarding;
     std::function<bool()> toggleHoverLookup;  ///< Tells whether hovering is on now.
     std::function<std::string()> diagnostics;
+    std::function<void()> copyDiagnostics;  ///< To the clipboard.
     std::function<void()> quit;
 };
 

@@ -55,6 +55,9 @@ void LoopbackHttpsServer::accept() {
         heads_.append(*head);
         socket->write(responder_(*head));
         head->clear();
+        if (hangsUp_) {
+            socket->disconnectFromHost();
+        }
         if (!endless_) {
             return;
         }

@@ -22,6 +22,9 @@ class LoopbackHttpsServer {
     std::string url(const std::string& path) const;
     const QList<QByteArray>& heads() const { return heads_; }
 
+    /// Ends the connection once the answer in hand is sent, whole or not.
+    void hangUpAfterAnswer() { hangsUp_ = true; }
+
     /// A whole answer with this body.
     static QByteArray ok(const QByteArray& body, const QByteArray& furtherHeaders = {});
 
@@ -31,6 +34,7 @@ class LoopbackHttpsServer {
     QSslServer server_;
     Responder responder_;
     bool endless_;
+    bool hangsUp_ = false;
     QList<QByteArray> heads_;
 };
 

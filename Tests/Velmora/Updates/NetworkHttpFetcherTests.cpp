@@ -129,6 +129,16 @@ TEST_F(NetworkHttpFetcherTests, ReportsWhatTheServerSaysIsWrong) {
     EXPECT_EQ(answer.body, "");
 }
 
+TEST_F(NetworkHttpFetcherTests, ReportsAnAnswerThatBreaksOff) {
+    LoopbackHttpsServer* breaking = nullptr;
+    LoopbackHttpsServer server([&breaking](const QByteArray&) {
+        breaking->hangUpAfterAnswer();
+        return QByteArray("HTTP/1.1 200 OK\r\nContent-Length: 1000\r\n\r\n<rss>");
+    });
+    breaking = &server;
+    EXPECT_NE(fetch(server.url("/feed")).error, "");
+}
+
 TEST_F(NetworkHttpFetcherTests, ReportsThatNobodyListens) {
     quint16 port = 0;
     {

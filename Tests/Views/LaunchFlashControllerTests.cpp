@@ -75,6 +75,26 @@ TEST_F(LaunchFlashControllerTest, WithoutACompositorItComesAndGoesAtOnce) {
     EXPECT_FALSE(isVisible());
 }
 
+TEST_F(LaunchFlashControllerTest, IsWholeOnceItIsThereWhateverTheCompositorDoes) {
+    flash.flash();
+    world.clock.advance(0.1);
+    EXPECT_LT(flash.panel()->opacity(), 1);
+    compositor.set(false);
+    EXPECT_EQ(flash.panel()->opacity(), 1);
+    world.clock.advance(0.5);
+    compositor.set(true);
+    EXPECT_EQ(flash.panel()->opacity(), 1);
+    world.clock.advance(2);
+    EXPECT_FALSE(isVisible());
+    // It faded out under a compositor, which is gone when it comes again.
+    compositor.set(false);
+    flash.flash();
+    EXPECT_EQ(flash.panel()->opacity(), 1);
+    compositor.set(true);
+    EXPECT_EQ(flash.panel()->opacity(), 1);
+    EXPECT_EQ(flash.panel()->shadow()->opacity(), 1);
+}
+
 TEST_F(LaunchFlashControllerTest, StandsUnderTheUpperEdgeOfThePrimaryScreensVisibleFrame) {
     const double ratio = qGuiApp->devicePixelRatio();
     screens.set({{1,

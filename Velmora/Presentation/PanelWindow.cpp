@@ -15,7 +15,10 @@ PanelWindow::PanelWindow(Theme& theme) : theme_(theme) {
     setFormat(translucent);
     setColor(Qt::transparent);
     setTitle(QStringLiteral("Velmora"));
-    connect(&theme_, &Theme::changed, this, &PanelWindow::applyShape);
+    connect(&theme_, &Theme::changed, this, [this] {
+        applyAlpha();
+        applyShape();
+    });
 }
 
 PanelWindow::~PanelWindow() = default;
@@ -51,12 +54,15 @@ void PanelWindow::orderOut() {
 
 void PanelWindow::setAlpha(double alpha) {
     alpha_ = alpha;
-    if (!theme_.isCompositing()) {
-        return;
-    }
-    setOpacity(alpha);
+    applyAlpha();
+}
+
+void PanelWindow::applyAlpha() {
+    // A compositor that comes later would go by what was said last, so it is said at once.
+    const double opacity = theme_.isCompositing() ? alpha_ : 1;
+    setOpacity(opacity);
     if (shadow_) {
-        shadow_->setOpacity(alpha);
+        shadow_->setOpacity(opacity);
     }
 }
 

@@ -39,6 +39,7 @@ class PanelWindow : public QQuickWindow {
     const ShadowWindow* shadow() const { return shadow_.get(); }
 
   private:
+    void applyAlpha();
     void applyShape();
 
     Theme& theme_;

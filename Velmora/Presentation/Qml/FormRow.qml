@@ -8,6 +8,8 @@ Item {
 
     property string text
     property bool clickable: false
+    // Whether the controls bear the line's text as their own name.
+    property bool namesControls: false
     default property alias content: controls.data
     readonly property real margin: 14
     readonly property real contentWidth: width - 2 * margin
@@ -37,6 +39,7 @@ Item {
         text: root.text
         font: Theme.body()
 
+        Accessible.ignored: root.namesControls
         Accessible.role: Accessible.StaticText
         Accessible.name: text
     }

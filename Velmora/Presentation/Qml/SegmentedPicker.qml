@@ -71,6 +71,7 @@ Item {
             height: root.height - 4
 
             Accessible.role: Accessible.RadioButton
+            Accessible.focusable: false
             Accessible.name: modelData.text
             Accessible.checkable: true
             Accessible.checked: isCurrent

@@ -81,6 +81,7 @@ FocusScope {
 
                 FormRow {
                     text: qsTr("Script preference")
+                    namesControls: true
 
                     SegmentedPicker {
                         objectName: "preferredScript"

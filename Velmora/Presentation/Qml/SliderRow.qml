@@ -16,6 +16,8 @@ FormRow {
 
     signal edited(real value)
 
+    namesControls: true
+
     ValueSlider {
         id: slider
 

@@ -10,6 +10,7 @@ FormRow {
 
     signal toggled(bool checked)
 
+    namesControls: true
     clickable: true
     onClicked: toggled(!checked)
 

@@ -22,17 +22,7 @@ using test::TestApplication;
 
 class X11ApplicationShellTests : public ::testing::Test {
   protected:
-    void SetUp() override {
-        // A window manager that is starting misses windows that appear; once it has taken care of
-        // one that was there before, it misses none.
-        TestApplication early(server.display());
-        const auto window = early.open({0, 0, 50, 50});
-        server.launch("openbox", {"--sm-disable"});
-        ASSERT_TRUE(EventLoop::waitUntil([&] {
-            const auto list = rootProperty("_NET_CLIENT_LIST", XCB_ATOM_WINDOW);
-            return std::find(list.begin(), list.end(), window) != list.end();
-        }));
-    }
+    void SetUp() override { server.startWindowManager(); }
 
     std::vector<std::uint32_t> rootProperty(const char* name, xcb_atom_t type) {
         return connection.property(connection.root(), connection.atom(name), type, 64);

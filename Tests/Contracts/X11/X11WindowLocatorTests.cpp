@@ -175,19 +175,16 @@ TEST_F(X11WindowLocatorTests, OfSeveralClientsInAFrameTheOneUnderThePointIsTaken
 }
 
 TEST_F(X11WindowLocatorTests, WorksUnderAWindowManager) {
-    server.launch("openbox", {"--sm-disable"});
+    server.startWindowManager();
     const auto probe = other.open({100, 100, 400, 300});
     other.setProperty(probe, "_NET_WM_PID", "CARDINAL",
                       {static_cast<std::uint32_t>(other.processId())});
-    // Until the manager runs and has put the window into a frame.
+    // Until the manager has put the window into a frame.
     ASSERT_TRUE(eventually([&] {
         const auto found = locator.focusedWindow();
-        if (!found || found->id != probe) {
-            other.run("unmap " + std::to_string(probe));
-            other.run("map " + std::to_string(probe));
-            return false;
-        }
-        return found->nativeFrame.height > found->nativeClient.height;
+        return found && found->id == probe &&
+               found->nativeFrame.height > found->nativeClient.height &&
+               locator.topmostWindowAt({found->nativeClient.midX(), found->nativeClient.midY()});
     }));
     const auto focused = locator.focusedWindow();
     ASSERT_TRUE(focused);

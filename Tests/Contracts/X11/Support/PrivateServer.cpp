@@ -6,9 +6,13 @@
 #include <xcb/xcb.h>
 #include <xcb/xtest.h>
 
+#include <QElapsedTimer>
 #include <QProcessEnvironment>
+#include <QThread>
+#include <algorithm>
 #include <cstdlib>
 #include <stdexcept>
+#include <string_view>
 
 namespace velmora::test {
 namespace {
@@ -83,6 +87,50 @@ QProcess& PrivateServer::launch(const QString& program, const QStringList& argum
     return started;
 }
 
+void PrivateServer::startWindowManager() {
+    // Once it has taken care of a window that was there before, it misses none.
+    const xcb_window_t early = xcb_generate_id(connection_);
+    xcb_create_window(connection_, XCB_COPY_FROM_PARENT, early, root(), 0, 0, 50, 50, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    xcb_map_window(connection_, early);
+    finish();
+    launch("openbox", {"--sm-disable"});
+    QElapsedTimer time;
+    time.start();
+    while (!isManaged(early)) {
+        if (time.elapsed() > patience) {
+            throw std::runtime_error("the window manager does not start");
+        }
+        QThread::msleep(5);
+    }
+    xcb_destroy_window(connection_, early);
+    finish();
+}
+
+bool PrivateServer::isManaged(std::uint32_t window) {
+    constexpr std::string_view name = "_NET_CLIENT_LIST";
+    const std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> atom(
+        xcb_intern_atom_reply(connection_,
+                              xcb_intern_atom(connection_, 0, name.size(), name.data()), nullptr),
+        &std::free);
+    const std::unique_ptr<xcb_get_property_reply_t, decltype(&std::free)> list(
+        xcb_get_property_reply(
+            connection_,
+            xcb_get_property(connection_, 0, root(), atom ? atom->atom : 0, XCB_ATOM_WINDOW, 0, 64),
+            nullptr),
+        &std::free);
+    if (!list || list->format != 32) {
+        return false;
+    }
+    const auto* const first = static_cast<const std::uint32_t*>(xcb_get_property_value(list.get()));
+    const auto* const last = first + list->value_len;
+    return std::find(first, last, window) != last;
+}
+
+std::uint32_t PrivateServer::root() const {
+    return xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
+}
+
 void PrivateServer::run(const QString& program, const QStringList& arguments) {
     const auto once = process();
     once->setProcessEnvironment(environmentOn(display_));
@@ -98,9 +146,8 @@ void PrivateServer::finish() {
 }
 
 void PrivateServer::fakeInput(int type, int detail, int x, int y) {
-    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
     xcb_test_fake_input(connection_, static_cast<std::uint8_t>(type),
-                        static_cast<std::uint8_t>(detail), XCB_CURRENT_TIME, root,
+                        static_cast<std::uint8_t>(detail), XCB_CURRENT_TIME, root(),
                         static_cast<std::int16_t>(x), static_cast<std::int16_t>(y), 0);
     finish();
 }
@@ -114,8 +161,7 @@ void PrivateServer::movePointerBy(int dx, int dy) {
 }
 
 void PrivateServer::warpPointer(int x, int y) {
-    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
-    xcb_warp_pointer(connection_, XCB_WINDOW_NONE, root, 0, 0, 0, 0, static_cast<std::int16_t>(x),
+    xcb_warp_pointer(connection_, XCB_WINDOW_NONE, root(), 0, 0, 0, 0, static_cast<std::int16_t>(x),
                      static_cast<std::int16_t>(y));
     finish();
 }

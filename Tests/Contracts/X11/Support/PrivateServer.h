@@ -4,6 +4,7 @@
 #include <QProcess>
 #include <QString>
 #include <QStringList>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -26,6 +27,10 @@ class PrivateServer {
     /// Starts a program on this display; it ends with the server.
     QProcess& launch(const QString& program, const QStringList& arguments);
 
+    /// Starts a window manager, and returns when it takes care of every window that appears from
+    /// then on. (One that is starting misses windows.)
+    void startWindowManager();
+
     /// Runs a program on this display to its end.
     void run(const QString& program, const QStringList& arguments);
 
@@ -43,6 +48,8 @@ class PrivateServer {
     void crash();
 
   private:
+    std::uint32_t root() const;
+    bool isManaged(std::uint32_t window);
     void fakeInput(int type, int detail, int x, int y);
     int keyCode(unsigned keysym) const;
     void finish();

@@ -56,7 +56,7 @@ HoverStage::HoverStage(const ReadProgram& program, const Options& options)
     lines_ = show(program, area_, &program_);
     windowId_ = windowOf(*program_).id;
     keepPicture();
-    velmora_ = std::make_unique<RunningVelmora>(desktop_);
+    velmora_ = std::make_unique<RunningVelmora>(desktop_, options.velmora);
 }
 
 HoverStage::~HoverStage() = default;

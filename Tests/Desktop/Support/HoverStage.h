@@ -42,6 +42,7 @@ class HoverStage {
         /// Screens that the display is divided into, each "NAME WIDTH/MMxHEIGHT/MM+X+Y"; the
         /// first becomes the primary one. The whole display is one screen where there are none.
         std::vector<std::string> monitors;
+        RunningVelmora::Options velmora = {};  ///< How our program is started.
     };
 
     /// Throws std::runtime_error that names the program where it is not installed or does not show

@@ -24,6 +24,7 @@
 #include "Velmora/Diagnostics/NetworkHttpPoster.h"
 #include "Velmora/Diagnostics/QALog.h"
 #include "Velmora/Platform/Linux/ClipboardPasteboard.h"
+#include "Velmora/Platform/Linux/DesktopSession.h"
 #include "Velmora/Platform/Linux/EventLoopMainQueue.h"
 #include "Velmora/Platform/Linux/Logging.h"
 #include "Velmora/Platform/Linux/OsRelease.h"
@@ -236,6 +237,7 @@ class Application {
     AppModel model_{modelServices()};
     RemoteControlService remoteControl_{remoteControlActions()};
     TerminationSignals signals_{[this] { backends_.shell->terminate(); }};
+    DesktopSession session_{[this] { backends_.shell->terminate(); }};
 };
 
 int runApplication(int& argumentCount, char** arguments) {

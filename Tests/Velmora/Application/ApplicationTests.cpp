@@ -72,6 +72,9 @@ class ApplicationTest : public ::testing::Test {
         return process;
     }
 
+    /// As it is when the user logs out.
+    void endSessionBus() { bus_.reset(); }
+
     testing::TemporaryFolder folder;
     QProcessEnvironment environment;
 
@@ -99,6 +102,14 @@ TEST_F(ApplicationTest, EndsCleanlyOnSignals) {
         ::kill(static_cast<pid_t>(application->processId()), signal);
         EXPECT_EQ(end(*application).status, 0) << signal;
     }
+}
+
+TEST_F(ApplicationTest, EndsCleanlyWithTheSessionBus) {
+    const auto application = startApplication();
+    endSessionBus();
+    const Outcome ended = end(*application);
+    EXPECT_EQ(ended.status, 0);
+    EXPECT_EQ(ended.output + ended.errors, "");
 }
 
 TEST_F(ApplicationTest, ASecondStartEndsAtOnceInSilence) {

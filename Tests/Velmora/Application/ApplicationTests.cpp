@@ -88,7 +88,8 @@ TEST_F(ApplicationTest, RunsInSilenceUntilItIsAskedToQuit) {
     EXPECT_EQ(diagnostics.output.toStdString(),
               "Velmora lookup diagnostics\nHover lookup enabled: false\n"
               "Accessibility granted: false\nScreen Recording granted: false\n"
-              "Live status: Hover lookup off\nLast hover: No hover attempts yet\n");
+              "Live status: Hover lookup off\nLast hover: No hover attempts yet\n"
+              "Text recognition: Wayland sessions are not supported yet; choose an X11 session\n");
     EXPECT_EQ(run({QStringLiteral("quit")}).status, 0);
     const Outcome ended = end(*application);
     EXPECT_EQ(ended.status, 0);

@@ -150,6 +150,23 @@ TEST_F(PopoverPanelControllerTest, WarmingUpLeavesAVisiblePanelAlone) {
     EXPECT_TRUE(popover.visiblePanelFrame().has_value());
 }
 
+TEST_F(PopoverPanelControllerTest, AnAbsurdFontScaleStaysWithinTheBounds) {
+    for (const double scale : {1e9, 1e300, 1e-9}) {
+        showEntry(samples::study(), scale);
+        EXPECT_LE(panel().width(), 390) << scale;
+        EXPECT_LE(panel().height(), 360) << scale;
+        EXPECT_GE(panel().width(), 320) << scale;
+        EXPECT_GE(panel().height(), 180) << scale;
+        EXPECT_FALSE(panel().grabWindow().isNull());
+        showSelection(samples::words(6), "学习", scale);
+        EXPECT_FALSE(panel().grabWindow().isNull());
+        popover.showPinyin("xué xí", anchor, scale);
+        EXPECT_LE(panel().width(), 260) << scale;
+        EXPECT_LE(panel().height(), 48) << scale;
+        EXPECT_GE(panel().height(), 32) << scale;
+    }
+}
+
 }  // namespace
 
 }  // namespace velmora::test

@@ -27,6 +27,11 @@ class SettingsWindowTest : public WindowTest {
     std::string reading(const char* rowName) {
         return part(rowName, "reading").property("text").toString().toStdString();
     }
+    /// Takes in what the window system has to say of where the window stands.
+    void awaitReportOfFrame() {
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window(), 30000));
+        QCoreApplication::processEvents();
+    }
     void drag(const char* rowName, double fraction) {
         QQuickItem& slider = part(rowName, "slider");
         clickAt(slider, {10 + fraction * (slider.width() - 20), slider.height() / 2});
@@ -67,9 +72,9 @@ TEST_F(SettingsWindowTest, EscapeClosesIt) {
 }
 
 TEST_F(SettingsWindowTest, ComesBackWhereItWasClosed) {
-    QTest::qWait(50);  // The window system reports where it showed the window.
+    awaitReportOfFrame();
     window().setPosition(111, 222);
-    QTest::qWait(50);
+    awaitReportOfFrame();
     ASSERT_TRUE(QTest::qWaitFor([this] { return window().position() == QPoint(111, 222); }, 30000));
     window().close();
     EXPECT_EQ(world.settings.text("Windows/Velmora Settings").value_or("").substr(0, 12),

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include <QGuiApplication>
 #include <QTest>
 
 #include "Tests/Views/WindowTest.h"
@@ -9,9 +10,9 @@ namespace {
 
 class WindowPictureTest : public WindowTest {
   protected:
-    QQuickItem& openOnboarding(int step) {
+    QQuickItem& openOnboarding(int step, const char* title = "Continue in Menu Bar") {
         onboarding.open(
-            true, "Continue in Menu Bar", [] {}, [] {});
+            true, title, [] {}, [] {});
         QQuickItem& view = onboarding.window()->view();
         view.setProperty("previousStep", step);
         view.setProperty("step", step);
@@ -55,6 +56,34 @@ TEST_F(WindowPictureTest, OnboardingPermissions) {
     compare(*onboarding.window(), "onboarding-permissions");
 }
 
+TEST_F(WindowPictureTest, OnboardingDone) {
+    world.model->setHoverLookupEnabled(true);
+    QQuickItem& view = openOnboarding(2, "Done");
+    // The keyboard on the switch.
+    named(view, QStringLiteral("hoverSwitch")).forceActiveFocus(Qt::TabFocusReason);
+    compare(*onboarding.window(), "onboarding-done");
+}
+
+TEST_F(WindowPictureTest, OnboardingWithoutCompositor) {
+    compositor.set(false);
+    openOnboarding(0);
+    compare(*onboarding.window(), "onboarding-opaque");
+}
+
+TEST_F(WindowPictureTest, SettingsOnALowScreen) {
+    const double ratio = qGuiApp->devicePixelRatio();
+    screens.set({{1, {0, 0, 800 * ratio, 480 * ratio}, ratio, {0, 0, 800 * ratio, 480 * ratio}}});
+    settings.showSettings();
+    press(*settings.window(), Qt::Key_Tab, Qt::ShiftModifier);
+    compare(*settings.window(), "settings-low");
+}
+
+TEST_F(WindowPictureTest, LaunchFlashWithoutCompositor) {
+    compositor.set(false);
+    flash.flash();
+    compare(const_cast<PanelWindow&>(*flash.panel()), "launch-flash-opaque");
+}
+
 TEST_F(WindowPictureTest, LaunchFlash) {
     flash.flash();
     world.clock.advance(1);
@@ -78,6 +107,24 @@ TEST_F(WindowPictureTest, UpdateOffered) {
     state.progress = 0.4;
     updates.update(state);
     compare(*updates.window(), "update-downloading");
+}
+
+TEST_F(WindowPictureTest, UpdateChecking) {
+    UpdateWindowState state;
+    state.phase = UpdateWindowState::Phase::checking;
+    state.currentVersion = "1.3.2";
+    updates.show(state);
+    compare(*updates.window(), "update-checking");
+}
+
+TEST_F(WindowPictureTest, UpdateWithoutNotes) {
+    UpdateWindowState state;
+    state.phase = UpdateWindowState::Phase::available;
+    state.version = "1.4";
+    state.currentVersion = "1.3.2";
+    state.message = "The download broke off. Velmora 1.3.2 stays as it is.";
+    updates.show(state);
+    compare(*updates.window(), "update-without-notes");
 }
 
 TEST_F(WindowPictureTest, UpdateMessage) {

@@ -6,6 +6,8 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <string>
+#include <utility>
 
 #include "Tests/Support/Files.h"
 #include "Tests/Support/TemporaryFolder.h"
@@ -62,6 +64,48 @@ TEST(SettingsFile, IsReadAtTheStartOnly) {
     SettingsFile settings(folder / "a.conf");
     writeFile(folder / "a.conf", "[General]\nk=1\n");
     EXPECT_EQ(settings.text("k"), std::nullopt);
+}
+
+TEST(SettingsFile, AFileFromTheFutureIsReadAndKept) {
+    const TemporaryFolder folder;
+    const std::string future =
+        "[General]\nversion=99\nhoverLookupEnabled=true\npopoverFontScale=1.2\n"
+        "theme={\"name\": \"dusk\"}\nhoverLookup\\2=@Variant(\\0\\0)\n[Layers]\n1\\on=maybe\n";
+    writeFile(folder / "a.conf", future);
+    SettingsFile settings(folder / "a.conf");
+    EXPECT_EQ(settings.boolean("hoverLookupEnabled"), true);
+    EXPECT_EQ(settings.number("popoverFontScale"), 1.2);
+    settings.setNumber("popoverFontScale", 1.4);
+    std::string expected = future;
+    expected.replace(expected.find("1.2"), 3, "1.4");
+    EXPECT_EQ(readFile(folder / "a.conf"), expected);
+}
+
+TEST(SettingsFile, ANumberThatIsNoneReadsAsZero) {
+    const TemporaryFolder folder;
+    for (const auto& [text, value] : {std::pair<const char*, double>{"0", 0},
+                                      {"-1", -1},
+                                      {"nan", 0},
+                                      {"-nan", 0},
+                                      {"inf", 0},
+                                      {"large", 0},
+                                      {"", 0},
+                                      {"1,5", 0},
+                                      {"1.5x", 0},
+                                      {"1e999", 0},
+                                      {"1e9", 1e9}}) {
+        writeFile(folder / "a.conf", std::string("[General]\npopoverFontScale=") + text + "\n");
+        EXPECT_EQ(SettingsFile(folder / "a.conf").number("popoverFontScale"), value) << text;
+    }
+}
+
+TEST(SettingsFile, WhatSetsCannotReachIsLeftAlone) {
+    // Nobody, not even the administrator, replaces a file here.
+    const std::string before = readFile("/proc/version");
+    SettingsFile settings("/proc/version");
+    settings.setBoolean("hoverLookupEnabled", true);
+    EXPECT_EQ(settings.boolean("hoverLookupEnabled"), true);
+    EXPECT_EQ(readFile("/proc/version"), before);
 }
 
 TEST(SettingsFile, SurvivesRubbish) {

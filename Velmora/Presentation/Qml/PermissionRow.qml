@@ -56,7 +56,9 @@ Rectangle {
         }
 
         Label {
-            width: parent.width
+            // Two lines of about the same length rather than a last word of its own.
+            width: implicitWidth > parent.width ? Math.min(parent.width, Math.ceil(implicitWidth * 0.62))
+                                                : parent.width
             text: root.detail
             font: Theme.subheadline()
             color: Theme.secondaryLabel

@@ -11,6 +11,7 @@ FocusScope {
 
     readonly property var permissions: model ? model.permissions : null
     readonly property real padding: 18
+    readonly property real noteHeight: 30
 
     implicitWidth: 520
     implicitHeight: Math.ceil(form.implicitHeight) + 2 * padding
@@ -27,6 +28,9 @@ FocusScope {
             flick.contentY = Math.max(0, top);
         else if (bottom + padding > flick.contentY + flick.height)
             flick.contentY = Math.min(flick.contentHeight - flick.height, bottom + padding - flick.height);
+        // The note below the last control belongs to it.
+        if (flick.contentHeight - bottom < noteHeight + 2 * padding)
+            flick.contentY = flick.contentHeight - flick.height;
     }
 
     Connections {

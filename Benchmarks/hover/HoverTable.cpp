@@ -87,9 +87,15 @@ IdleFigures measureIdle(int seconds) {
     stage.desktop().waitUntil([&] { return stage.velmora().records().size() >= 2; });
     std::this_thread::sleep_for(std::chrono::seconds(8));
     const std::vector<pid_t> processes = stage.velmora().processes();
-    const long long before = voluntarySwitches(processes);
+    auto before = voluntarySwitches(processes);
     std::this_thread::sleep_for(std::chrono::seconds(seconds));
-    return {seconds, voluntarySwitches(processes) - before, residentMegabytes(processes)};
+    IdleFigures figures{seconds, {}, residentMegabytes(processes)};
+    for (const auto& [thread, switches] : voluntarySwitches(processes)) {
+        if (switches != before[thread]) {
+            figures.switches[thread] = switches - before[thread];
+        }
+    }
+    return figures;
 }
 
 void printTable(const std::vector<ProgramFigures>& figures) {

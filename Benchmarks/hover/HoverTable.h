@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -27,7 +28,7 @@ ProgramFigures measureProgram(const test::ReadProgram& program, int count);
 /// What our program does by itself while the pointer rests, over some seconds.
 struct IdleFigures {
     int seconds = 0;
-    long long switches = 0;
+    std::map<std::string, long long> switches;  ///< Of the threads that woke up, by name.
     double residentMegabytes = 0;
 };
 IdleFigures measureIdle(int seconds);

@@ -38,16 +38,19 @@ double residentMegabytes(const std::vector<pid_t>& processes) {
     return static_cast<double>(kilobytes) / 1024.0;
 }
 
-long long voluntarySwitches(const std::vector<pid_t>& processes) {
-    long long sum = 0;
+std::map<std::string, long long> voluntarySwitches(const std::vector<pid_t>& processes) {
+    std::map<std::string, long long> switches;
     for (const pid_t process : processes) {
         std::error_code error;
         for (const auto& thread :
              std::filesystem::directory_iterator(folderOf(process) / "task", error)) {
-            sum += statusNumber(thread.path() / "status", "voluntary_ctxt_switches");
+            std::string name;
+            std::getline(std::ifstream(thread.path() / "comm"), name);
+            switches[thread.path().filename().string() + " " + name] =
+                statusNumber(thread.path() / "status", "voluntary_ctxt_switches");
         }
     }
-    return sum;
+    return switches;
 }
 
 }  // namespace velmora::benchmark

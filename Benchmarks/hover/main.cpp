@@ -67,8 +67,13 @@ int run(const Arguments& arguments) {
     benchmark::printTable(table);
     if (arguments.idleSeconds > 0) {
         const benchmark::IdleFigures idle = benchmark::measureIdle(arguments.idleSeconds);
+        long long switches = 0;
+        for (const auto& [thread, count] : idle.switches) {
+            std::fprintf(stderr, "      thread %s woke up %lld times\n", thread.c_str(), count);
+            switches += count;
+        }
         std::printf("\nIdle with the pointer still: %lld wake-ups in %d s, %.0f MB resident.\n",
-                    idle.switches, idle.seconds, idle.residentMegabytes);
+                    switches, idle.seconds, idle.residentMegabytes);
     }
     return failures == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
 }

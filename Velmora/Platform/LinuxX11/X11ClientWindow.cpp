@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Velmora/Platform/LinuxX11/X11ClientWindow.h"
 
+#include <cmath>
 #include <cstdint>
 #include <vector>
 
@@ -98,9 +99,41 @@ xcb_window_t bestOf(const std::vector<Candidate>& list) {
     return any;
 }
 
+bool isManaged(X11Connection& connection, xcb_get_property_cookie_t state) {
+    const auto reply = xcbOwned(xcb_get_property_reply(connection.get(), state, nullptr));
+    return reply && reply->type != XCB_ATOM_NONE;
+}
+
+/// The usual case in two round trips: the top level itself, or its uppermost child at the point.
+xcb_window_t directClient(X11Connection& connection, xcb_window_t topLevel, Point point) {
+    xcb_connection_t* const c = connection.get();
+    const xcb_atom_t wmState = connection.atom("WM_STATE");
+    const auto stateOf = [&](xcb_window_t window) {
+        return xcb_get_property(c, 0, window, wmState, XCB_GET_PROPERTY_TYPE_ANY, 0, 0);
+    };
+    const auto state = stateOf(topLevel);
+    const auto below = xcb_translate_coordinates(c, connection.root(), topLevel,
+                                                 static_cast<std::int16_t>(std::floor(point.x)),
+                                                 static_cast<std::int16_t>(std::floor(point.y)));
+    const bool isItself = isManaged(connection, state);
+    const auto reply = xcbOwned(xcb_translate_coordinates_reply(c, below, nullptr));
+    if (isItself) {
+        return topLevel;
+    }
+    if (!reply || reply->child == XCB_WINDOW_NONE ||
+        !isManaged(connection, stateOf(reply->child))) {
+        return XCB_WINDOW_NONE;
+    }
+    return reply->child;
+}
+
 }  // namespace
 
 xcb_window_t x11ClientWindow(X11Connection& connection, xcb_window_t topLevel, Point nativePoint) {
+    const xcb_window_t direct = directClient(connection, topLevel, nativePoint);
+    if (direct != XCB_WINDOW_NONE) {
+        return direct;
+    }
     std::vector<xcb_window_t> level = {topLevel};
     for (int depth = 0; depth <= levelLimit && !level.empty(); ++depth) {
         const xcb_window_t found = bestOf(candidates(connection, level, nativePoint));

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace velmora {
 namespace {
@@ -59,17 +60,28 @@ bool X11Ownership::isOurs(xcb_window_t window) {
     return ourServerProcessId_ && serverProcessId(window) == ourServerProcessId_;
 }
 
-void X11Ownership::collectOurs(const std::vector<Part>& parts, std::set<xcb_window_t>& ours) {
-    std::vector<xcb_res_query_client_ids_cookie_t> asked;
-    if (ourServerProcessId_) {
-        for (const Part& part : parts) {
-            asked.push_back(askServer(part.window));
+std::uint32_t X11Ownership::clientOf(xcb_window_t window) const {
+    return window & ~xcb_get_setup(connection_.get())->resource_id_mask;
+}
+
+void X11Ownership::collectOurs(const std::vector<Part>& parts, Clients& clients,
+                               std::set<xcb_window_t>& ours) {
+    // One question for each connection, however many windows it made.
+    std::vector<std::pair<std::uint32_t, xcb_res_query_client_ids_cookie_t>> asked;
+    for (const Part& part : parts) {
+        const std::uint32_t client = clientOf(part.window);
+        const bool isApplications = application_.contains(part.window);
+        if (clients.emplace(client, isApplications).second && !isApplications &&
+            ourServerProcessId_) {
+            asked.emplace_back(client, askServer(part.window));
         }
     }
-    for (std::size_t i = 0; i < parts.size(); ++i) {
-        const bool isKnown = !asked.empty() && answeredByServer(asked[i]) == ourServerProcessId_;
-        if (isKnown || application_.contains(parts[i].window)) {
-            ours.insert(parts[i].topLevel);
+    for (const auto& [client, cookie] : asked) {
+        clients[client] = answeredByServer(cookie) == ourServerProcessId_;
+    }
+    for (const Part& part : parts) {
+        if (clients[clientOf(part.window)]) {
+            ours.insert(part.topLevel);
         }
     }
 }
@@ -102,31 +114,49 @@ std::set<xcb_window_t> X11Ownership::ourTopLevels(const std::vector<xcb_window_t
     for (const xcb_window_t window : windows) {
         parts.push_back({window, window});
     }
-    collectOurs(parts, ours);
+    Clients clients;
+    collectOurs(parts, clients, ours);
     for (int level = 0; level < frameLevels && !parts.empty(); ++level) {
         parts = childrenOf(parts, ours);
-        collectOurs(parts, ours);
+        collectOurs(parts, clients, ours);
     }
     return ours;
 }
 
 std::int64_t X11Ownership::processId(xcb_window_t window) {
+    return answer(ask(window)).processId;
+}
+
+X11Ownership::Question X11Ownership::ask(xcb_window_t window) {
+    Question question{window, std::nullopt, {}};
+    if (ourServerProcessId_) {
+        question.server = askServer(window);
+    }
+    question.said =
+        connection_.requestProperty(window, connection_.atom("_NET_WM_PID"), XCB_ATOM_CARDINAL, 1);
+    return question;
+}
+
+X11Ownership::Answer X11Ownership::answer(const Question& question) {
+    std::optional<std::uint32_t> known;
+    if (question.server) {
+        known = answeredByServer(*question.server);
+    }
+    const std::vector<std::uint32_t> said = connection_.propertyReply(question.said);
+    Answer result;
+    result.isOurs = application_.contains(question.window) ||
+                    (known && ourServerProcessId_ && *known == *ourServerProcessId_);
     // The server counts processes as its own name space does. Where it sees this process under
     // another number (it runs outside a container, say), only what programs say can be compared
     // with other numbers of ours.
     const bool sameNameSpace =
         ourServerProcessId_ && *ourServerProcessId_ == static_cast<std::uint32_t>(getpid());
-    if (sameNameSpace) {
-        if (const auto known = serverProcessId(window)) {
-            return *known;
-        }
+    if (sameNameSpace && known) {
+        result.processId = *known;
+    } else if (!said.empty() && said[0] > 0) {
+        result.processId = said[0];
     }
-    const auto said =
-        connection_.property(window, connection_.atom("_NET_WM_PID"), XCB_ATOM_CARDINAL, 1);
-    if (!said.empty() && said[0] > 0) {
-        return said[0];
-    }
-    return -1;
+    return result;
 }
 
 }  // namespace velmora

@@ -5,6 +5,7 @@
 #include <xcb/xcb.h>
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <set>
 #include <vector>
@@ -22,6 +23,19 @@ class X11Ownership {
     X11Ownership(X11Connection& connection, const X11ClientRange& application);
 
     bool isOurs(xcb_window_t window);
+
+    /// What was asked about a window's process, answered later.
+    struct Question {
+        xcb_window_t window = XCB_WINDOW_NONE;
+        std::optional<xcb_res_query_client_ids_cookie_t> server;
+        xcb_get_property_cookie_t said{};
+    };
+    struct Answer {
+        bool isOurs = false;
+        std::int64_t processId = -1;  ///< As `processId` tells.
+    };
+    Question ask(xcb_window_t window);
+    Answer answer(const Question& question);
 
     /// The windows of a list that are ours or hold one of ours within two levels, as a window
     /// manager's frame does. A few round trips whatever the list's length.
@@ -41,7 +55,12 @@ class X11Ownership {
     std::optional<std::uint32_t> serverProcessId(xcb_window_t window);
     xcb_res_query_client_ids_cookie_t askServer(xcb_window_t window);
     std::optional<std::uint32_t> answeredByServer(xcb_res_query_client_ids_cookie_t cookie);
-    void collectOurs(const std::vector<Part>& parts, std::set<xcb_window_t>& ours);
+    /// The connection that made a window, as the server numbers connections.
+    std::uint32_t clientOf(xcb_window_t window) const;
+    /// Whether connections are ours, as far as that is known.
+    using Clients = std::map<std::uint32_t, bool>;
+    void collectOurs(const std::vector<Part>& parts, Clients& clients,
+                     std::set<xcb_window_t>& ours);
     std::vector<Part> childrenOf(const std::vector<Part>& parts,
                                  const std::set<xcb_window_t>& without);
 

@@ -29,7 +29,27 @@ X11TopLevel described(xcb_window_t id, const xcb_get_window_attributes_reply_t& 
     return window;
 }
 
+Asked ask(X11Connection& connection, xcb_window_t window) {
+    return {window, xcb_get_window_attributes(connection.get(), window),
+            xcb_get_geometry(connection.get(), window)};
+}
+
+std::optional<X11TopLevel> answered(X11Connection& connection, const Asked& asked) {
+    xcb_connection_t* const c = connection.get();
+    const auto attributes = xcbOwned(xcb_get_window_attributes_reply(c, asked.attributes, nullptr));
+    const auto geometry = xcbOwned(xcb_get_geometry_reply(c, asked.geometry, nullptr));
+    if (!attributes || !geometry || attributes->map_state != XCB_MAP_STATE_VIEWABLE ||
+        attributes->_class != XCB_WINDOW_CLASS_INPUT_OUTPUT) {
+        return std::nullopt;
+    }
+    return described(asked.id, *attributes, *geometry);
+}
+
 }  // namespace
+
+std::optional<X11TopLevel> x11TopLevel(X11Connection& connection, xcb_window_t window) {
+    return answered(connection, ask(connection, window));
+}
 
 std::vector<X11TopLevel> x11TopLevels(X11Connection& connection) {
     xcb_connection_t* const c = connection.get();
@@ -42,17 +62,12 @@ std::vector<X11TopLevel> x11TopLevels(X11Connection& connection) {
     const int count = xcb_query_tree_children_length(tree.get());
     std::vector<Asked> asked;
     for (int i = std::max(0, count - windowLimit); i < count; ++i) {
-        asked.push_back({children[i], xcb_get_window_attributes(c, children[i]),
-                         xcb_get_geometry(c, children[i])});
+        asked.push_back(ask(connection, children[i]));
     }
     std::vector<X11TopLevel> windows;
     for (const Asked& one : asked) {
-        const auto attributes =
-            xcbOwned(xcb_get_window_attributes_reply(c, one.attributes, nullptr));
-        const auto geometry = xcbOwned(xcb_get_geometry_reply(c, one.geometry, nullptr));
-        if (attributes && geometry && attributes->map_state == XCB_MAP_STATE_VIEWABLE &&
-            attributes->_class == XCB_WINDOW_CLASS_INPUT_OUTPUT) {
-            windows.push_back(described(one.id, *attributes, *geometry));
+        if (const auto window = answered(connection, one)) {
+            windows.push_back(*window);
         }
     }
     return windows;

@@ -4,6 +4,7 @@
 #include <xcb/xcb.h>
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "Velmora/Platform/Geometry.h"
@@ -28,6 +29,9 @@ struct X11TopLevel {
                 static_cast<double>(height)};
     }
 };
+
+/// One top-level window; nothing where it is not mapped, gone, or shows nothing.
+std::optional<X11TopLevel> x11TopLevel(X11Connection& connection, xcb_window_t window);
 
 /// The mapped top-level windows that show something, the lowest first. All of them are asked for
 /// at once, so that it costs two round trips whatever their number; 4,096 windows are looked at.

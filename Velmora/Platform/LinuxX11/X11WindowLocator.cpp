@@ -52,6 +52,8 @@ struct X11WindowLocator::Parts {
         hasShapes = connection.hasExtension(xcb_shape_id);
     }
 
+    /// The window that the server itself names at the point, if it is one that counts.
+    std::optional<X11TopLevel> uppermost(Point point);
     bool isHit(const X11TopLevel& window, Point point);
     bool shapeHolds(const X11TopLevel& window, Point point,
                     xcb_shape_get_rectangles_cookie_t asked);
@@ -82,6 +84,23 @@ bool X11WindowLocator::Parts::shapeHolds(const X11TopLevel& window, Point point,
     });
 }
 
+std::optional<X11TopLevel> X11WindowLocator::Parts::uppermost(Point point) {
+    if (std::abs(point.x) > greatestCoordinate || std::abs(point.y) > greatestCoordinate) {
+        return std::nullopt;
+    }
+    const auto cookie =
+        xcb_translate_coordinates(connection.get(), connection.root(), connection.root(),
+                                  static_cast<std::int16_t>(std::floor(point.x)),
+                                  static_cast<std::int16_t>(std::floor(point.y)));
+    const auto reply = xcbOwned(xcb_translate_coordinates_reply(connection.get(), cookie, nullptr));
+    const auto window = reply && reply->child != XCB_WINDOW_NONE
+                            ? x11TopLevel(connection, reply->child)
+                            : std::nullopt;
+    // Menus and panels may be our own, which are looked through: all windows have to be gone
+    // through then.
+    return window && !window->overrideRedirect ? window : std::nullopt;
+}
+
 bool X11WindowLocator::Parts::isHit(const X11TopLevel& window, Point point) {
     if (!window.frame().contains(point)) {
         return false;
@@ -104,6 +123,7 @@ std::optional<WindowInfo> X11WindowLocator::Parts::describe(const Rect& frame,
                                                     XCB_ATOM_CARDINAL, 4);
     const auto name = connection.requestProperty(client, connection.atom("_NET_WM_NAME"),
                                                  connection.atom("UTF8_STRING"), titleLimit);
+    const auto owner = ownership.ask(client);
     const auto size = xcb_get_geometry(c, client);
     const auto corner = xcb_translate_coordinates(c, client, connection.root(), 0, 0);
     const bool isDesktop =
@@ -113,7 +133,8 @@ std::optional<WindowInfo> X11WindowLocator::Parts::describe(const Rect& frame,
     info.title = textReply(connection, name);
     const auto sizeReply = xcbOwned(xcb_get_geometry_reply(c, size, nullptr));
     const auto cornerReply = xcbOwned(xcb_translate_coordinates_reply(c, corner, nullptr));
-    if (isDesktop || !sizeReply || !cornerReply || ownership.isOurs(client)) {
+    const X11Ownership::Answer belongs = ownership.answer(owner);
+    if (isDesktop || !sizeReply || !cornerReply || belongs.isOurs) {
         return std::nullopt;
     }
     info.id = client;
@@ -121,7 +142,7 @@ std::optional<WindowInfo> X11WindowLocator::Parts::describe(const Rect& frame,
     info.nativeClient = {
         static_cast<double>(cornerReply->dst_x), static_cast<double>(cornerReply->dst_y),
         static_cast<double>(sizeReply->width), static_cast<double>(sizeReply->height)};
-    info.processId = ownership.processId(client);
+    info.processId = belongs.processId;
     return info;
 }
 
@@ -166,6 +187,9 @@ std::optional<WindowInfo> X11WindowLocator::topmostWindowAt(Point nativePoint) {
         return std::nullopt;
     }
     connection.discardEvents();
+    if (const auto window = parts_->uppermost(nativePoint)) {
+        return parts_->describeTopLevel(*window, nativePoint);
+    }
     const std::vector<X11TopLevel> windows = x11TopLevels(connection);
     for (auto window = windows.rbegin(); window != windows.rend(); ++window) {
         if (!parts_->isHit(*window, nativePoint)) {

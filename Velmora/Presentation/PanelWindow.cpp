@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Velmora/Presentation/PanelWindow.h"
 
+#include <QCursor>
 #include <QQuickItem>
 
 #include "Velmora/Presentation/OverlayFlags.h"
@@ -64,6 +65,9 @@ void PanelWindow::applyAlpha() {
     if (shadow_) {
         shadow_->setOpacity(opacity);
     }
+    // What windows are told waits in a buffer until something happens on the display, which may not
+    // be for a long time after the last step of a fade. A question takes it along.
+    QCursor::pos();
 }
 
 void PanelWindow::prepare(QSize size) {

@@ -26,8 +26,7 @@ bool WindowDesktop::until(const std::function<bool()>& condition) {
     return get().waitUntil(
         [&condition] {
             QGuiApplication::processEvents();
-            QGuiApplication::sync();  // Requests leave this process when it waits, which it does
-                                      // not.
+            // not.
             return condition();
         },
         patience);

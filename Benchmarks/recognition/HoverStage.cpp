@@ -90,25 +90,31 @@ struct HoverStage::Recognizer : TextRecognizer {
         ++asked;
         return real->recognize(image, point, limit);
     }
+    std::optional<std::vector<TextObservation>> verify(const Image& image,
+                                                       const std::vector<TextObservation>& lines,
+                                                       Point point, int limit) override {
+        return real->verify(image, lines, point, limit);
+    }
 
     std::shared_ptr<TextRecognizer> real;
     int asked = 0;
 };
 
 HoverStage::HoverStage(std::shared_ptr<TextRecognizer> recognizer,
-                       std::shared_ptr<const DictionaryStore> dictionary, bool firstCaptureOnly)
+                       std::shared_ptr<const DictionaryStore> dictionary, Mode mode)
     : recognizer_(std::make_shared<Recognizer>(std::move(recognizer))),
       dictionary_(std::move(dictionary)),
       clock_(std::make_shared<ManualClock>()) {
     ExtractorConfiguration configuration;
     configuration.desktopHeightOverride = desktopHeight;
-    configuration.ocrCacheTTL = -1;  // Every hover is to be read for itself.
-    if (firstCaptureOnly) {
+    configuration.ocrCacheTTL = mode == Mode::cached ? configuration.ocrCacheTTL : -1;
+    if (mode == Mode::firstCaptureOnly) {
         configuration.ocrCaptureSizes.resize(1);
         configuration.ocrFallbackCaptureSizes.clear();
         configuration.ocrFullContextCaptureSizes.clear();
     }
     configuration.capture = [this](Point pointer, Size size) -> std::optional<CapturedImage> {
+        captured_ = size;
         const Rect all{0, 0, static_cast<double>(image_.width()),
                        static_cast<double>(image_.height())};
         const Rect rect =
@@ -134,6 +140,7 @@ HoverStage::~HoverStage() = default;
 
 void HoverStage::show(Image image) {
     image_ = std::move(image);
+    clock_->advance(10);  // Nothing of the last picture is remembered.
 }
 
 /// The word that is shown, with its place: "place:word"; empty where none is.
@@ -146,7 +153,6 @@ std::string HoverStage::word(const std::string& text, long long offset) const {
 HoverOutcome HoverStage::hover(const CorpusHover& hover) {
     HoverOutcome outcome;
     outcome.expected = word(hover.line, hover.offset);
-    clock_->advance(10);
     recognizer_->asked = 0;
     const double processorStart = processorTime(worker_);
     const auto start = std::chrono::steady_clock::now();
@@ -159,6 +165,8 @@ HoverOutcome HoverStage::hover(const CorpusHover& hover) {
     if (probe) {
         outcome.shown = word(probe->text, probe->hoveredCharacterOffset);
         outcome.accepted = recognizer_->asked == 1;
+        outcome.cached = recognizer_->asked == 0;
+        outcome.capture = captured_;
     }
     outcome.right = outcome.shown == outcome.expected;
     outcome.wrong = !outcome.shown.empty() && !outcome.right;

@@ -19,6 +19,8 @@ struct HoverOutcome {
     bool right = false;     ///< The word shown is the true one.
     bool wrong = false;     ///< Another word was shown.
     bool accepted = false;  ///< The first capture was good enough.
+    bool cached = false;    ///< A line that was recognised for an earlier hover was used.
+    Size capture;           ///< The last one that was recognised, as it was asked for.
     double milliseconds = 0;
     double processorMilliseconds = 0;  ///< Of this program and the worker together.
     std::string shown;
@@ -29,8 +31,14 @@ struct HoverOutcome {
 /// pixel a point, no program that tells its text.
 class HoverStage {
   public:
+    enum class Mode {
+        anew,              ///< Every hover is read for itself.
+        firstCaptureOnly,  ///< The same, and nothing after the first capture.
+        cached,            ///< What was read for the hovers before may be used again.
+    };
+
     HoverStage(std::shared_ptr<TextRecognizer> recognizer,
-               std::shared_ptr<const DictionaryStore> dictionary, bool firstCaptureOnly);
+               std::shared_ptr<const DictionaryStore> dictionary, Mode mode);
     ~HoverStage();
 
     void show(Image image);
@@ -45,6 +53,7 @@ class HoverStage {
     std::string word(const std::string& text, long long offset) const;
 
     Image image_;
+    Size captured_;
     pid_t worker_ = -1;
     std::shared_ptr<Recognizer> recognizer_;
     std::shared_ptr<const DictionaryStore> dictionary_;

@@ -57,21 +57,23 @@ double quantile(std::vector<double> values, double share) {
     return values[at];
 }
 
-/// Times are those of hovers whose first capture was accepted, except in the last column.
+/// Times are those of hovers whose first capture was accepted, but for rows without any and for the
+/// last column.
 void printTable(const std::map<std::string, Row>& rows) {
     std::printf("%-26s %6s %7s %7s %7s %9s %10s %8s %8s %8s %8s %8s\n", "", "hovers", "right",
                 "wrong", "none", "accepted", "precision", "median", "p95", "cpu", "cpu p95",
                 "all p95");
     for (const auto& [name, row] : rows) {
         const double count = row.right + row.wrong + row.none;
+        const auto& times = row.accepted > 0 ? row.acceptedMilliseconds : row.milliseconds;
+        const auto& processor = row.accepted > 0 ? row.acceptedProcessor : row.processor;
         std::printf(
             "%-26s %6.0f %6.1f%% %6.1f%% %6.1f%% %8.1f%% %9.2f%% %6.0fms %6.0fms %6.0fms %6.0fms "
             "%6.0fms\n",
             name.c_str(), count, 100 * row.right / count, 100 * row.wrong / count,
             100 * row.none / count, 100 * row.accepted / count,
-            row.accepted > 0 ? 100.0 * row.acceptedRight / row.accepted : 0.0,
-            quantile(row.acceptedMilliseconds, 0.5), quantile(row.acceptedMilliseconds, 0.95),
-            quantile(row.acceptedProcessor, 0.5), quantile(row.acceptedProcessor, 0.95),
+            row.accepted > 0 ? 100.0 * row.acceptedRight / row.accepted : 0.0, quantile(times, 0.5),
+            quantile(times, 0.95), quantile(processor, 0.5), quantile(processor, 0.95),
             quantile(row.processor, 0.95));
     }
 }
@@ -110,6 +112,31 @@ void soak(TesseractRecognizer& recognizer, const std::vector<CorpusScreen>& scre
                         residentKilobytes(recognizer.workerProcessId()));
         }
     }
+}
+
+/// The capture that the answer came from.
+std::string captureName(const HoverOutcome& outcome) {
+    const auto side = [](double length) { return std::to_string(static_cast<int>(length)); };
+    return outcome.capture.width > 0
+               ? "capture " + side(outcome.capture.width) + "x" + side(outcome.capture.height)
+               : "capture none";
+}
+
+/// Hovers two characters beside a point and then, at once, over the point itself.
+HoverOutcome hoverFromCache(HoverStage& stage, const CorpusScreen& screen,
+                            const CorpusHover& hover) {
+    CorpusHover beside = hover;
+    beside.x += hover.offset >= 2 ? -2 * screen.size : 2 * screen.size;
+    stage.hover(beside);
+    return stage.hover(hover);
+}
+
+void printFailure(const CorpusScreen& screen, const CorpusHover& hover,
+                  const HoverOutcome& outcome) {
+    std::printf("%s %d,%d %s%d %s: \"%s\" for \"%s\"%s in %s\n", screen.imagePath.c_str(), hover.x,
+                hover.y, screen.kind.c_str(), screen.size, screen.font.c_str(),
+                outcome.shown.c_str(), outcome.expected.c_str(),
+                outcome.accepted ? " ACCEPTED" : "", hover.line.c_str());
 }
 
 bool has(int count, char** arguments, const char* option) {
@@ -166,11 +193,15 @@ int main(int count, char** arguments) {
             return 0;
         }
     }
-    HoverStage stage(recognizer, dictionary, usePlain);
+    HoverStage stage(recognizer, dictionary,
+                     usePlain ? HoverStage::Mode::firstCaptureOnly : HoverStage::Mode::anew);
+    HoverStage cached(recognizer, dictionary, HoverStage::Mode::cached);
     stage.setWorker(worker);
+    cached.setWorker(worker);
     std::map<std::string, Row> rows;
     for (const CorpusScreen& screen : screens) {
-        stage.show(readPicture(screen.imagePath));
+        const Image picture = readPicture(screen.imagePath);
+        stage.show(picture);
         if (plain) {
             plain->setTraditional(screen.script == "traditional");
         }
@@ -182,15 +213,22 @@ int main(int count, char** arguments) {
             rows[screen.kind + ", " + screen.script].add(outcome);
             rows["font " + screen.font].add(outcome);
             rows[(screen.kind == "subtitle" ? "subtitle " : "") + size].add(outcome);
+            rows[captureName(outcome)].add(outcome);
             if (failures && !outcome.right) {
-                std::printf("%s %d,%d %s%d %s: \"%s\" for \"%s\"%s in %s\n",
-                            screen.imagePath.c_str(), hover.x, hover.y, screen.kind.c_str(),
-                            screen.size, screen.font.c_str(), outcome.shown.c_str(),
-                            outcome.expected.c_str(), outcome.accepted ? " ACCEPTED" : "",
-                            hover.line.c_str());
+                printFailure(screen, hover, outcome);
+            }
+            if (!usePlain) {
+                cached.show(picture);
+                const HoverOutcome again = hoverFromCache(cached, screen, hover);
+                if (again.cached) {
+                    rows["from the cache"].add(again);
+                }
             }
         }
     }
     printTable(rows);
+    if (worker > 0) {
+        std::printf("worker resident at the end: %ld kB\n", residentKilobytes(worker));
+    }
     return 0;
 }

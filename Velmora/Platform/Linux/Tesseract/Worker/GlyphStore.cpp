@@ -47,7 +47,8 @@ void addForm(char32_t character, GlyphFonts& fonts, const GlyphStyle& style, For
 }
 
 bool writeEntries(const std::string& path, std::uint64_t key, const std::vector<Entry>& entries) {
-    const std::string partial = path + "." + std::to_string(::getpid());
+    std::string partial = path;
+    partial.append(".").append(std::to_string(::getpid()));
     {
         std::ofstream file(partial, std::ios::binary | std::ios::trunc);
         const Header header{magic, static_cast<std::uint32_t>(entries.size()), key};

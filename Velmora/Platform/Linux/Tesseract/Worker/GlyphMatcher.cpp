@@ -2,6 +2,7 @@
 #include "Velmora/Platform/Linux/Tesseract/Worker/GlyphMatcher.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <functional>
 #include <numeric>
@@ -10,14 +11,16 @@ namespace velmora {
 
 namespace {
 
-constexpr std::size_t scanned = 64;     ///< Taken from the store by the cell as it was cut.
-constexpr std::size_t compared = 8;     ///< Of these, at first, pixel by pixel.
-constexpr double strangerSize = 24;     ///< At which what the store lacks is drawn.
-constexpr float leastExact = 0.9F;      ///< Where none of them reaches that, more are compared.
-constexpr float belowFit = 0.04F;       ///< The same, as compared with the line's other cells.
-constexpr std::size_t mostProbes = 3;   ///< Cells that a style is found by.
-constexpr float sureStyle = 0.93F;      ///< A remembered style that needs no search.
-constexpr float settledStyle = 0.975F;  ///< A search goes no further.
+constexpr std::size_t scanned = 64;    ///< Taken from the store by the cell as it was cut.
+constexpr std::size_t compared = 8;    ///< Of these, at first, pixel by pixel.
+constexpr double strangerSize = 24;    ///< At which what the store lacks is drawn.
+constexpr float leastExact = 0.9F;     ///< Where none of them reaches that, more are compared.
+constexpr float belowFit = 0.04F;      ///< The same, as compared with the line's other cells.
+constexpr std::size_t mostProbes = 3;  ///< Cells that a style is found by.
+constexpr float sureStyle = 0.93F;     ///< A remembered style that needs no search.
+constexpr float farBehind = 0.08F;     ///< A shape that is no candidate beside a better one.
+constexpr std::chrono::milliseconds unhurried{150};  ///< After that only what must be is done.
+constexpr float settledStyle = 0.975F;               ///< A search goes no further.
 constexpr float rememberedStyle = 0.85F;
 
 GrayImage cutOut(const GrayImage& picture, const PixelBox& box) {
@@ -141,6 +144,11 @@ float GlyphMatcher::fitOf(const std::vector<const Ink*>& probes, const GlyphStyl
                : std::accumulate(fits.begin(), fits.end(), 0.0F) / static_cast<float>(fits.size());
 }
 
+/// An answer must not keep the program waiting, whatever was asked for.
+bool GlyphMatcher::isHurried() const {
+    return std::chrono::steady_clock::now() - begun_ > unhurried;
+}
+
 /// Tries the fonts at about the right size, then the best ones more closely.
 GlyphMatcher::FittingStyle GlyphMatcher::searchStyles(const std::vector<const Ink*>& probes,
                                                       double em) {
@@ -148,7 +156,9 @@ GlyphMatcher::FittingStyle GlyphMatcher::searchStyles(const std::vector<const In
     const double rounded = std::max(6.0, std::round(em));
     for (std::size_t face = 0; face < fonts_.faces().size(); ++face) {
         const GlyphStyle style{face, rounded, GlyphRendering::hinted};
-        faces.push_back({style, fitOf(probes, style, 2)});
+        if (face == 0 || !isHurried()) {
+            faces.push_back({style, fitOf(probes, style, 2)});
+        }
     }
     std::sort(faces.begin(), faces.end(),
               [](const FittingStyle& a, const FittingStyle& b) { return a.fit > b.fit; });
@@ -157,7 +167,7 @@ GlyphMatcher::FittingStyle GlyphMatcher::searchStyles(const std::vector<const In
     for (const FittingStyle& candidate : faces) {
         FittingStyle own = candidate;
         for (const double change : {-1.0, 1.0, -0.5, 0.5, -2.0, 2.0}) {
-            if (own.fit >= settledStyle) {
+            if (own.fit >= settledStyle || isHurried()) {
                 break;
             }
             GlyphStyle style = candidate.style;
@@ -218,7 +228,9 @@ void GlyphMatcher::compare(Ink& cell, const std::vector<char32_t>& candidates,
         GlyphMatch match = cell.matches[i];
         const bool given =
             std::find(candidates.begin(), candidates.end(), match.character) != candidates.end();
-        if (i >= compared && best >= wanted && !given) {
+        const bool hopeful =
+            best < wanted && !isHurried() && match.shape >= cell.matches.front().shape - farBehind;
+        if (i >= compared && !hopeful && !given) {
             continue;
         }
         const GrayImage* drawn = drawing(match.character, found.style);
@@ -234,6 +246,7 @@ void GlyphMatcher::compare(Ink& cell, const std::vector<char32_t>& candidates,
 }
 
 MatchedCells GlyphMatcher::match(const CellsToMatch& request, const GlyphStore& store) {
+    begun_ = std::chrono::steady_clock::now();
     MatchedCells result;
     std::vector<Ink> cells;
     for (const CellToMatch& cell : request.cells) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -49,8 +50,11 @@ class GlyphMatcher {
 
     using DrawingKey = std::pair<char32_t, std::uint64_t>;
 
+    bool isHurried() const;
+
     GlyphFonts& fonts_;
-    std::vector<GlyphStyle> styles_;  ///< That fitted, the last used first.
+    std::chrono::steady_clock::time_point begun_{};  ///< Of the current request.
+    std::vector<GlyphStyle> styles_;                 ///< That fitted, the last used first.
     std::map<DrawingKey, std::optional<GrayImage>> drawings_;
 };
 

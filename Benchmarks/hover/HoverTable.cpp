@@ -85,7 +85,8 @@ IdleFigures measureIdle(int seconds) {
     stage.leave();
     // The last dwell and what it started are over once their record is there.
     stage.desktop().waitUntil([&] { return stage.velmora().records().size() >= 2; });
-    std::this_thread::sleep_for(std::chrono::seconds(8));
+    // The windows' toolkit drops pictures that nobody uses any more half a minute later, twice.
+    std::this_thread::sleep_for(std::chrono::seconds(75));
     const std::vector<pid_t> processes = stage.velmora().processes();
     auto before = voluntarySwitches(processes);
     std::this_thread::sleep_for(std::chrono::seconds(seconds));

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+// A text whose toolkit does not say where its characters stand: what is drawn is read instead.
+#include <gtest/gtest.h>
+
+#include "Tests/Desktop/Support/HoverStage.h"
+
+namespace velmora::test {
+namespace {
+
+/// How far the outline may be from the glyphs where pixels are read.
+constexpr double tolerance = 3;
+
+/// Recognition loads behind the first window; its first answer tells that it is there.
+bool awaitRecognition(HoverStage& stage) {
+    return stage.desktop().waitUntil([&] {
+        stage.leave();
+        return !stage.hover(0, 0).word().empty();
+    });
+}
+
+TEST(PlainText, IsReadFromThePixels) {
+    HoverStage stage(ReadProgram::named("featherpad"));
+    ASSERT_TRUE(awaitRecognition(stage)) << stage.explain(stage.lines().front().middle(0));
+    for (std::size_t line = 0; line < stage.lines().size(); ++line) {
+        const std::size_t position = 2 + line;
+        const LookupResult word = stage.text().word(line, position);
+        stage.leave();
+        const Hover hover = stage.hover(line, position);
+        SCOPED_TRACE(word.matchedText + ": " + hover.record.dump() +
+                     (hover.word() == word.matchedText ? "" : stage.explain(hover.pointer)));
+        ASSERT_EQ(hover.word(), word.matchedText);
+        const auto glyphs =
+            stage.glyphs(line, static_cast<std::size_t>(word.range.start),
+                         static_cast<std::size_t>(word.range.end - word.range.start));
+        ASSERT_TRUE(hover.highlight && glyphs);
+        const Rect frame = hover.highlight->grownBy(-3);
+        EXPECT_LE(frame.minX(), glyphs->minX() + tolerance);
+        EXPECT_GE(frame.maxX(), glyphs->maxX() - tolerance);
+        EXPECT_LE(frame.minY(), glyphs->minY() + tolerance);
+        EXPECT_GE(frame.maxY(), glyphs->maxY() - tolerance);
+    }
+}
+
+}  // namespace
+}  // namespace velmora::test

@@ -140,5 +140,23 @@ TEST(InkMask, TellsPlainSurfacesFromPictures) {
     EXPECT_EQ(backgroundFlatness(plain, {500, 500, 600, 600}), 1);
 }
 
+TEST(InkMask, TellsTheEdgeOfAWindowFromAPicture) {
+    GrayImage edge(120, 80, 240);
+    for (int y = 0; y < 80; ++y) {
+        std::fill(edge.row(y), edge.row(y) + 55, std::uint8_t{0});
+    }
+    drawLine(edge, 60, 20, 20, 2, 0);
+    GrayImage picture(120, 80, 0);
+    for (int y = 0; y < 80; ++y) {
+        for (int x = 0; x < 120; ++x) {
+            picture.at(x, y) = static_cast<std::uint8_t>((x * 2 + y * 3) % 256);
+        }
+    }
+    EXPECT_LT(backgroundFlatness(edge, edge.bounds()), 0.7);
+    EXPECT_GT(flatnessOfTwoSurfaces(edge, edge.bounds()), 0.95);
+    EXPECT_LT(flatnessOfTwoSurfaces(picture, picture.bounds()), 0.3);
+    EXPECT_EQ(flatnessOfTwoSurfaces(edge, {500, 500, 600, 600}), 1);
+}
+
 }  // namespace
 }  // namespace velmora

@@ -30,7 +30,7 @@ std::vector<std::string> libraryFolders(const SystemInspection& system, const st
                                      "/usr/local/share/" + name, "/usr/local/lib/" + name};
     for (const std::string& sub : system.namesIn("/usr/lib")) {
         if (sub.ends_with("-linux-gnu")) {
-            folders.push_back("/usr/lib/" + sub + "/" + name);
+            folders.push_back(std::string("/usr/lib/").append(sub).append("/").append(name));
         }
     }
     std::erase_if(folders, [&](const std::string& folder) { return !system.canRead(folder); });
@@ -67,9 +67,9 @@ PackageNames languagePackages(const std::vector<std::string>& languages) {
         const std::string blank = names.apt.empty() ? "" : " ";
         std::string dashed = language;
         std::ranges::replace(dashed, '_', '-');
-        names.apt += blank + "tesseract-ocr-" + dashed;
-        names.dnf += blank + "tesseract-langpack-" + language;
-        names.pacman += blank + "tesseract-data-" + language;
+        names.apt.append(blank).append("tesseract-ocr-").append(dashed);
+        names.dnf.append(blank).append("tesseract-langpack-").append(language);
+        names.pacman.append(blank).append("tesseract-data-").append(language);
     }
     return names;
 }

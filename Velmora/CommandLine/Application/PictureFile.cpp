@@ -18,6 +18,8 @@ namespace velmora {
 
 namespace {
 
+constexpr long long mebi = 1024LL * 1024;
+
 /// Keeps what decoders write to standard error about broken files away from there: the command
 /// says it once. They write past the toolkit's message handler.
 class SilentDecoders {
@@ -68,14 +70,14 @@ QImage opaque(const QImage& picture) {
 
 QImage readPicture(const std::string& path) {
     const SilentDecoders silence;
-    constexpr int megabytes = static_cast<int>(largestPicture * 4 / (1024 * 1024));
+    constexpr int megabytes = static_cast<int>(largestPicture * 4 / mebi);
     QImageReader::setAllocationLimit(megabytes + 1);
     QImageReader reader(QFile::decodeName(QByteArray::fromStdString(path)));
     reader.setDecideFormatFromContent(true);
     const QSize size = reader.size();
     if (size.isValid() && static_cast<long long>(size.width()) * size.height() > largestPicture) {
-        throw UsageError(printable(path) + ": more than " +
-                         std::to_string(largestPicture / (1024 * 1024)) + " megapixels");
+        throw UsageError(printable(path) + ": more than " + std::to_string(largestPicture / mebi) +
+                         " megapixels");
     }
     const QImage picture = reader.read();
     if (picture.isNull()) {

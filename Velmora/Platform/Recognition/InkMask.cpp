@@ -119,4 +119,25 @@ double backgroundFlatness(const GrayImage& image, const PixelBox& box) {
            (static_cast<double>(area.width()) * static_cast<double>(area.height()));
 }
 
+double flatnessOfTwoSurfaces(const GrayImage& image, const PixelBox& box) {
+    const PixelBox area = box.clippedTo(image.width(), image.height());
+    if (area.isEmpty()) {
+        return 1;
+    }
+    Histogram bins = histogramOf(image, area);
+    long close = 0;
+    for (int surface = 0; surface < 2; ++surface) {
+        const int mode = modeOf(bins);
+        for (std::size_t bin = 0; bin < binCount; ++bin) {
+            const int value = (static_cast<int>(bin) << binShift) + (1 << (binShift - 1));
+            if (std::abs(value - mode) <= flatTolerance) {
+                close += bins[bin];
+                bins[bin] = 0;
+            }
+        }
+    }
+    return static_cast<double>(close) /
+           (static_cast<double>(area.width()) * static_cast<double>(area.height()));
+}
+
 }  // namespace velmora

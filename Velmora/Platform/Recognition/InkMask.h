@@ -46,4 +46,8 @@ InkMask findInk(const GrayImage& image);
 /// about 0.4 the text stands on a plain surface, below on a picture.
 double backgroundFlatness(const GrayImage& image, const PixelBox& box);
 
+/// The same for the two most frequent brightnesses together: beside the edge of a window there are
+/// two plain surfaces, and no picture for that.
+double flatnessOfTwoSurfaces(const GrayImage& image, const PixelBox& box);
+
 }  // namespace velmora

@@ -182,13 +182,14 @@ void TesseractRecognizer::readNear(Job& job, Point point) {
     const GrayImage gray = brightness(job.image, area);
     const auto x = static_cast<int>(inside.x);
     const auto y = static_cast<int>(inside.y);
-    const double flatness = backgroundFlatness(
-        gray, {x - surfaceAcross, y - surfaceDown, x + surfaceAcross, y + surfaceDown});
+    const PixelBox around{x - surfaceAcross, y - surfaceDown, x + surfaceAcross, y + surfaceDown};
+    const double flatness = backgroundFlatness(gray, around);
     const auto readPlain = [&] { readLines(job, findLines(gray, inside), inside); };
     const auto readOutlined = [&] {
         readLines(job, findLines(outlinedTextCore(job.image, area), inside), inside);
     };
-    const bool plainFirst = flatness >= plainSurface;
+    const bool plainFirst =
+        flatness >= plainSurface || flatnessOfTwoSurfaces(gray, around) >= bareSurface;
     plainFirst ? readPlain() : readOutlined();
     if (bestConfidence(job.observations) >= convincing || flatness >= bareSurface) {
         return;

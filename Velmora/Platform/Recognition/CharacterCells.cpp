@@ -170,7 +170,7 @@ Guess guessWithEm(const std::vector<int>& columns, double em) {
             const double deviation = (cell - em) / em;
             const float shape =
                 cell >= 0.8 * em ? static_cast<float>(5 * deviation * deviation) : 0.35F;
-            const auto end = static_cast<std::size_t>(x + cell);
+            const auto end = at + static_cast<std::size_t>(cell);
             table.offer(0, end, before + shape + cuts[at] + cuts[end] + 0.02F, x);
         }
     }

@@ -60,7 +60,8 @@ std::optional<CharacterShape> CharacterShape::of(const GrayImage& picture) {
             const double value =
                 meanDarkness(picture, left + x * step - blur, top + y * step - blur,
                              left + (x + 1) * step + blur, top + (y + 1) * step + blur);
-            shape.values_[static_cast<std::size_t>(y * side + x)] = static_cast<float>(value);
+            const int place = y * side + x;
+            shape.values_[static_cast<std::size_t>(place)] = static_cast<float>(value);
             sum += value;
         }
     }

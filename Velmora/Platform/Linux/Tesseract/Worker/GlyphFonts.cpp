@@ -33,8 +33,10 @@ int darknessAt(const FT_Bitmap& bitmap, unsigned x, unsigned y) {
     switch (bitmap.pixel_mode) {
         case FT_PIXEL_MODE_MONO:
             return ((row[x / 8] >> (7 - x % 8)) & 1) != 0 ? 255 : 0;
-        case FT_PIXEL_MODE_LCD:  // Weighted as brightness is: red, green, blue.
-            return (77 * row[3 * x] + 151 * row[3 * x + 1] + 28 * row[3 * x + 2]) >> 8;
+        case FT_PIXEL_MODE_LCD: {  // Weighted as brightness is: red, green, blue.
+            const std::uint8_t* pixel = row + std::size_t{3} * x;
+            return (77 * pixel[0] + 151 * pixel[1] + 28 * pixel[2]) >> 8;
+        }
         default:
             return row[x];
     }

@@ -53,7 +53,9 @@ void giveBackZeroPages() {
     for (const Mapping& mapping : heapMappings()) {
         const std::size_t pages = (mapping.last - mapping.first) / pageSize;
         std::vector<unsigned char> resident(pages);
-        auto* start = reinterpret_cast<unsigned char*>(mapping.first);
+        // The addresses come from the system's own list.
+        auto* start =
+            reinterpret_cast<unsigned char*>(mapping.first);  // NOLINT(performance-no-int-to-ptr)
         if (::mincore(start, mapping.last - mapping.first, resident.data()) != 0) {
             continue;
         }

@@ -57,6 +57,7 @@ bool settle(PlacedCharacter& character, const std::vector<GlyphMatch>& matches, 
     }
     const bool fontKnown = fontFit >= knownFont;
     std::vector<std::pair<float, GlyphMatch>> ranked;
+    ranked.reserve(matches.size());
     for (const GlyphMatch& match : matches) {
         ranked.emplace_back(scoreOf(match, character, cell, fontKnown), match);
     }

@@ -19,10 +19,11 @@ Moments momentsOf(const std::vector<std::uint8_t>& darkness, int width) {
     Moments moments;
     for (std::size_t i = 0; i < darkness.size(); ++i) {
         const double value = darkness[i];
+        const int row = static_cast<int>(i) / width;
         moments.sum += value;
         moments.squares += value * value;
         moments.middleX += value * static_cast<double>(static_cast<int>(i) % width);
-        moments.middleY += value * static_cast<double>(static_cast<int>(i) / width);
+        moments.middleY += value * static_cast<double>(row);
     }
     if (moments.sum > 0) {
         moments.middleX /= moments.sum;

@@ -173,6 +173,25 @@ bool DesktopConnection::focusIsHeldByAnotherThan(std::uint64_t window) const {
     return focused != window && focused != None && focused != PointerRoot;
 }
 
+bool DesktopConnection::holdsFocus(std::uint64_t window) const {
+    constexpr int levels = 8;
+    ::Window each = focusedWindow();
+    for (int level = 0; level < levels && each != window && each > PointerRoot; ++level) {
+        ::Window root = 0;
+        ::Window parent = 0;
+        ::Window* list = nullptr;
+        unsigned count = 0;
+        if (XQueryTree(connection_->display, each, &root, &parent, &list, &count) == 0) {
+            return false;
+        }
+        if (list != nullptr) {
+            XFree(list);
+        }
+        each = parent;
+    }
+    return each == window;
+}
+
 std::uint64_t DesktopConnection::focusedWindow() const {
     ::Window window = 0;
     int revert = 0;

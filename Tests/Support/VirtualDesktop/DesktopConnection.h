@@ -19,6 +19,9 @@ class DesktopConnection {
     bool windowManagerIsThere() const;
     std::uint64_t focusedWindow() const;
 
+    /// Whether the window or one inside it has the focus.
+    bool holdsFocus(std::uint64_t window) const;
+
     /// Whether some window has the focus, and not this one.
     bool focusIsHeldByAnotherThan(std::uint64_t window) const;
 

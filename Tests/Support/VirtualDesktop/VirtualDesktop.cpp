@@ -221,7 +221,7 @@ void VirtualDesktop::activateWindow(std::uint64_t window) {
             parts_->connection.activateWindow(window);
             asked = Clock::now();
         }
-        return focusedWindow() == window;
+        return parts_->connection.holdsFocus(window);
     });
     if (!active) {
         throw std::runtime_error("the window does not get the focus");

@@ -93,7 +93,7 @@ class VirtualDesktop {
     /// its decoration.
     void placeWindow(std::uint64_t window, const Rect& client);
 
-    /// Gives a window the focus as a pager would, and waits until it has it.
+    /// Gives a window the focus as a pager would, and waits until it or one inside it has it.
     void activateWindow(std::uint64_t window);
     std::uint64_t focusedWindow() const;
 

@@ -20,6 +20,7 @@ using test::TestApplication;
 constexpr unsigned leftShift = 0xFFE1;
 constexpr unsigned rightShift = 0xFFE2;
 constexpr unsigned capsLock = 0xFFE5;
+constexpr unsigned numLock = 0xFF7F;
 constexpr unsigned leftControl = 0xFFE3;
 constexpr unsigned letterA = 'a';
 
@@ -252,6 +253,21 @@ TEST_F(X11EventMonitorTests, CapsLockIsNotShift) {
     server.keyUp(leftShift);
     server.keyDown(capsLock);
     server.keyUp(capsLock);
+}
+
+TEST_F(X11EventMonitorTests, WhatIsNoModifierChangesNoFlags) {
+    watchEverything();
+    server.keyDown(numLock);
+    server.keyUp(numLock);
+    server.keyDown(leftShift);
+    ASSERT_TRUE(waitFor(1));
+    server.keyUp(leftShift);
+    ASSERT_TRUE(waitFor(2));
+    server.keyDown(numLock);
+    server.keyUp(numLock);
+    // The keys come in order: whatever Num Lock had told would stand before Shift.
+    EXPECT_EQ(seenFlags,
+              (std::vector<ModifierFlags>{ModifierFlags{ModifierFlags::shift}, ModifierFlags{}}));
 }
 
 TEST_F(X11EventMonitorTests, ModifiersOverOurWindowAreLocal) {

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <ctime>
 #include <functional>
 #include <numeric>
 
@@ -19,9 +20,19 @@ constexpr float belowFit = 0.04F;      ///< The same, as compared with the line'
 constexpr std::size_t mostProbes = 3;  ///< Cells that a style is found by.
 constexpr float sureStyle = 0.93F;     ///< A remembered style that needs no search.
 constexpr float farBehind = 0.08F;     ///< A shape that is no candidate beside a better one.
-constexpr std::chrono::milliseconds unhurried{150};  ///< After that only what must be is done.
-constexpr float settledStyle = 0.975F;               ///< A search goes no further.
+/// After so much time of the processor, or on a busy machine by the clock, only what must be is
+/// done.
+constexpr std::chrono::milliseconds ownTime{120};
+constexpr std::chrono::milliseconds clockTime{350};
+constexpr float settledStyle = 0.975F;  ///< A search goes no further.
 constexpr float rememberedStyle = 0.85F;
+
+/// That this thread has had so far.
+std::chrono::nanoseconds processorTime() {
+    timespec time{};
+    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+}
 
 GrayImage cutOut(const GrayImage& picture, const PixelBox& box) {
     const PixelBox area = box.clippedTo(picture.width(), picture.height());
@@ -146,7 +157,8 @@ float GlyphMatcher::fitOf(const std::vector<const Ink*>& probes, const GlyphStyl
 
 /// An answer must not keep the program waiting, whatever was asked for.
 bool GlyphMatcher::isHurried() const {
-    return std::chrono::steady_clock::now() - begun_ > unhurried;
+    return processorTime() - begunProcessor_ > ownTime ||
+           std::chrono::steady_clock::now() - begun_ > clockTime;
 }
 
 /// Tries the fonts at about the right size, then the best ones more closely.
@@ -247,6 +259,7 @@ void GlyphMatcher::compare(Ink& cell, const std::vector<char32_t>& candidates,
 
 MatchedCells GlyphMatcher::match(const CellsToMatch& request, const GlyphStore& store) {
     begun_ = std::chrono::steady_clock::now();
+    begunProcessor_ = processorTime();
     MatchedCells result;
     std::vector<Ink> cells;
     for (const CellToMatch& cell : request.cells) {

@@ -54,7 +54,8 @@ class GlyphMatcher {
 
     GlyphFonts& fonts_;
     std::chrono::steady_clock::time_point begun_{};  ///< Of the current request.
-    std::vector<GlyphStyle> styles_;                 ///< That fitted, the last used first.
+    std::chrono::nanoseconds begunProcessor_{};
+    std::vector<GlyphStyle> styles_;  ///< That fitted, the last used first.
     std::map<DrawingKey, std::optional<GrayImage>> drawings_;
 };
 

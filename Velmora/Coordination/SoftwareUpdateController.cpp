@@ -3,6 +3,7 @@
 
 #include <QUrl>
 #include <algorithm>
+#include <compare>
 #include <utility>
 
 #include "Velmora/Coordination/Updates/AppcastParser.h"
@@ -18,8 +19,8 @@ std::optional<AppcastItem> newestUpdate(const std::vector<AppcastItem>& items,
                                         const std::string& currentVersion) {
     const AppcastItem* best = nullptr;
     for (const AppcastItem& item : items) {
-        const bool newer =
-            compareVersions(item.version, best == nullptr ? currentVersion : best->version) > 0;
+        const bool newer = std::is_gt(
+            compareVersions(item.version, best == nullptr ? currentVersion : best->version));
         if (newer) {
             best = &item;
         }

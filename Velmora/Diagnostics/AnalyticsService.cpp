@@ -145,7 +145,7 @@ std::string AnalyticsService::anonymousInstallId() {
     if (stored && !stored->empty()) {
         return *stored;
     }
-    const std::string fresh = Uuid::random().toString();
+    std::string fresh = Uuid::random().toString();
     defaults_.setText(installIdKey, fresh);
     return fresh;
 }

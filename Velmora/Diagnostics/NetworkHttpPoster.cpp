@@ -10,7 +10,7 @@ namespace velmora {
 namespace {
 
 constexpr int mostUnderWay = 32;
-constexpr qint64 mostAnswerBytes = 64 * 1024;
+constexpr qint64 mostAnswerBytes = qint64{64} * 1024;
 
 }  // namespace
 

@@ -4,8 +4,18 @@
 namespace velmora::testing {
 namespace {
 
+/// What the user reads: one ampersand marks a key and is not shown, two are one.
 QString text(const QAction& action) {
-    return action.text().replace(QStringLiteral("&&"), QStringLiteral("&"));
+    QString shown;
+    bool marked = false;
+    for (const QChar letter : action.text()) {
+        const bool isMark = letter == QLatin1Char('&') && !marked;
+        if (!isMark) {
+            shown += letter;
+        }
+        marked = isMark;
+    }
+    return shown;
 }
 
 void collect(const QMenu& menu, const std::string& indent, std::vector<std::string>& titles) {

@@ -35,14 +35,14 @@ class RemoteControlService::Exported final : public QObject {
 
   public slots:
     // The names are those of the bus interface.
-    // NOLINTBEGIN(readability-identifier-naming)
+    // NOLINTBEGIN(readability-identifier-naming,readability-make-member-function-const)
     void ShowSettings() { actions_.showSettings(); }
     void ShowOnboarding() { actions_.showOnboarding(); }
     bool ToggleHoverLookup() { return actions_.toggleHoverLookup(); }
     QString Diagnostics() { return QString::fromStdString(actions_.diagnostics()); }
     void CopyDiagnostics() { actions_.copyDiagnostics(); }
     void Quit() { actions_.quit(); }
-    // NOLINTEND(readability-identifier-naming)
+    // NOLINTEND(readability-identifier-naming,readability-make-member-function-const)
 
   private:
     RemoteControlActions actions_;

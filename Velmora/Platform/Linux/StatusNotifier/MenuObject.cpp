@@ -121,14 +121,17 @@ void MenuObject::announce(const std::map<int, QVariantMap>& before) {
     collectProperties(layout_.find(MenuLayout::rootId), now);
     BusMenuPropertiesList updated;
     BusMenuRemovedList removed;
-    for (const auto& [id, old] : before) {
-        QVariantMap changed = now[id];
-        changed.removeIf([&old = old](auto entry) { return old.value(entry.key()) == *entry; });
+    for (const auto& entryBefore : before) {
+        const int id = entryBefore.first;
+        const QVariantMap& old = entryBefore.second;
+        const QVariantMap& present = now[id];
+        QVariantMap changed = present;
+        changed.removeIf([&old](auto entry) { return old.value(entry.key()) == *entry; });
         if (!changed.isEmpty()) {
             updated.append({.id = id, .properties = changed});
         }
         QStringList gone = old.keys();
-        gone.removeIf([&](const QString& name) { return now[id].contains(name); });
+        gone.removeIf([&present](const QString& name) { return present.contains(name); });
         if (!gone.isEmpty()) {
             removed.append({.id = id, .names = gone});
         }

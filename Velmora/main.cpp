@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 // The composition root: makes every part of the program and hands it to those that use it.
-#include <QApplication>
 #include <QElapsedTimer>
 #include <QLoggingCategory>
 #include <QThreadPool>
@@ -49,6 +48,7 @@
 #include "Velmora/Presentation/UpdateWindowController.h"
 #include "Velmora/Presentation/ViewEngine.h"
 #include "Velmora/TextCapture/AccessibilityTextExtractor.h"
+#include "Velmora/WatchedApplication.h"
 #include "VelmoraCore/BundledDictionary.h"
 #include "VelmoraCore/resource_bundle_accessor.h"
 
@@ -263,7 +263,7 @@ int runApplication(int& argumentCount, char** arguments) {
     QGuiApplication::setDesktopFileName(QStringLiteral("com.velmora.Velmora"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
     // The tray menu of panels that embed icons is made of the toolkit's widgets.
-    const QApplication application(argumentCount, arguments);
+    const WatchedApplication application(argumentCount, arguments);
     QGuiApplication::setApplicationName(QStringLiteral("Velmora"));
     // The toolkit's helpers sleep instead of waking up once more to end.
     QThreadPool::globalInstance()->setExpiryTimeout(-1);

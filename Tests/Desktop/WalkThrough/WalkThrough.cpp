@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <fstream>
+#include <iostream>
 #include <sstream>
 #include <stdexcept>
 #include <utility>
@@ -75,7 +76,15 @@ WalkThrough::WalkThrough(std::string name) : name_(std::move(name)), desktop_(ma
                                                 watcher_->registered.constFirst());
 }
 
-WalkThrough::~WalkThrough() = default;
+WalkThrough::~WalkThrough() {
+    // No test asserts on speed, but whoever runs this one can see where the program was slow.
+    std::istringstream lines(velmora_ ? velmora_->log() : std::string());
+    for (std::string line; std::getline(lines, line);) {
+        if (line.find("velmora.mainthread") != std::string::npos) {
+            std::cout << "    " << name_ << ", after " << line << std::endl;
+        }
+    }
+}
 
 void WalkThrough::paintDesktop() {
     QImage picture(width, height, QImage::Format_RGB32);
@@ -252,6 +261,7 @@ void WalkThrough::choose(const std::string& title) {
 }
 
 void WalkThrough::keepPicture(const std::string& step) {
+    std::cout << "    " << name_ << ": " << step << std::endl;
     if (!keepsPictures_) {
         return;
     }

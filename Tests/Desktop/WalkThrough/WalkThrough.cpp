@@ -95,7 +95,7 @@ void WalkThrough::paintDesktop() {
 }
 
 VirtualDesktop::Window WalkThrough::window(const std::string& title) {
-    const auto found = desktop_->waitForWindow([&](const VirtualDesktop::Window& each) {
+    auto found = desktop_->waitForWindow([&](const VirtualDesktop::Window& each) {
         return each.title == title && velmora_->process().owns(each.processId);
     });
     desktop_->settledScreenshot(found.client, std::chrono::seconds(10));

@@ -102,7 +102,8 @@ struct HoverStage::Recognizer : TextRecognizer {
 
 HoverStage::HoverStage(std::shared_ptr<TextRecognizer> recognizer,
                        std::shared_ptr<const DictionaryStore> dictionary, Mode mode)
-    : recognizer_(std::make_shared<Recognizer>(std::move(recognizer))),
+    : mayRemember_(mode == Mode::cached),
+      recognizer_(std::make_shared<Recognizer>(std::move(recognizer))),
       dictionary_(std::move(dictionary)),
       clock_(std::make_shared<ManualClock>()) {
     ExtractorConfiguration configuration;
@@ -153,6 +154,10 @@ std::string HoverStage::word(const std::string& text, long long offset) const {
 HoverOutcome HoverStage::hover(const CorpusHover& hover) {
     HoverOutcome outcome;
     outcome.expected = word(hover.line, hover.offset);
+    if (!mayRemember_) {
+        clock_->advance(10);
+    }
+    captured_ = {};
     recognizer_->asked = 0;
     const double processorStart = processorTime(worker_);
     const auto start = std::chrono::steady_clock::now();

@@ -54,6 +54,7 @@ class HoverStage {
 
     Image image_;
     Size captured_;
+    bool mayRemember_;  ///< What was read for the hovers before.
     pid_t worker_ = -1;
     std::shared_ptr<Recognizer> recognizer_;
     std::shared_ptr<const DictionaryStore> dictionary_;

@@ -31,7 +31,7 @@ SwitchingStatusItem::SwitchingStatusItem(std::unique_ptr<StatusItem> first,
     : first_(std::move(first)), fallback_(std::move(fallback)) {}
 
 SwitchingStatusItem::~SwitchingStatusItem() {
-    hide();
+    SwitchingStatusItem::hide();
 }
 
 void SwitchingStatusItem::setFirstIsTaken(bool taken) {

@@ -17,6 +17,8 @@
 #include "Tests/Views/FakeCompositor.h"
 #include "Tests/Views/FixedScreens.h"
 #include "Tests/Views/RecordingSpeaker.h"
+#include "Velmora/Platform/LinuxX11/X11ClientRange.h"
+#include "Velmora/Platform/LinuxX11/X11ScreenCapture.h"
 #include "Velmora/Presentation/HighlightOverlayController.h"
 #include "Velmora/Presentation/PopoverPanelController.h"
 
@@ -310,6 +312,80 @@ TEST_F(PanelTest, WarmingUpShowsNothing) {
     showEntry();
     EXPECT_EQ(overlays().size(), 1U);
 }
+
+/// Another program's text below, captured by the program itself before and while its highlight and
+/// its panel stand over it.
+class OwnCaptureTest : public PanelTest, public testing::WithParamInterface<bool> {
+  protected:
+    static constexpr Rect area{420, 230, 420, 280};  ///< Of all that is shown over the text.
+
+    void SetUp() override {
+        PanelTest::SetUp();
+        if (GetParam()) {
+            picom_ = &desktop->launch({"picom", "--backend", "xrender", "--config", "/dev/null"});
+        }
+        compositor.set(GetParam());
+        // The reader is a window of this process and would not be in the capture either.
+        reader.showNormal();
+        reader.setGeometry(20, 20, 200, 100);
+        other_ = &desktop->launch({"xterm", "-bg", "white", "-fg", "black", "-geometry", "110x40",
+                                   "-e", "sh", "-c", "seq -s ' ' 1 1200; exec sleep 1000"});
+        desktop->placeWindow(desktop->waitForWindowOf(*other_).id, {300, 150, 700, 560});
+        desktop->activateWindow(reader.winId());
+        ASSERT_TRUE(until([this] { return QGuiApplication::focusWindow() == &reader; }));
+        desktop->settledScreenshot({300, 150, 700, 560});
+        focused = desktop->focusedWindow();
+    }
+
+    void TearDown() override {
+        PanelTest::TearDown();
+        desktop->stop(*other_);
+        if (picom_ != nullptr) {
+            desktop->stop(*picom_);
+        }
+    }
+
+    static int differences(const Image& a, const Image& b) {
+        int count = 0;
+        for (int y = 0; y < a.height(); ++y) {
+            for (int x = 0; x < a.width(); ++x) {
+                count += (a.row(y)[x] | 0xff000000U) != (b.row(y)[x] | 0xff000000U) ? 1 : 0;
+            }
+        }
+        return count;
+    }
+
+    ChildProcess* other_ = nullptr;
+    ChildProcess* picom_ = nullptr;
+    X11ScreenCapture capture{screens, X11ClientRange::ofApplication()};
+};
+
+TEST_P(OwnCaptureTest, ShowsNeitherHighlightNorPanel) {
+    const auto before = capture.capture(1, area);
+    ASSERT_TRUE(before && before->width() == 420 && before->height() == 280);
+    const Image seenBefore = desktop->screenshot(area);
+    EXPECT_EQ(differences(*before, seenBefore), 0);
+
+    highlight.show(anchor);
+    showEntry();
+    const QPoint card(panelFrame().center().x(), panelFrame().bottom() - 20);
+    ASSERT_TRUE(until([&] {
+        return close(pixel(598, screenHeight - 512), theme.accent().rgb(), 90) &&
+               close(pixel(card.x(), card.y()), theme.colors().opaqueMaterial.rgb(), 20);
+    }));
+    // Everybody else sees much that is new; the panel alone has 360 by 180 pixels.
+    EXPECT_GT(differences(seenBefore, desktop->screenshot(area)), 4000);
+    const auto during = capture.capture(1, area);
+    ASSERT_TRUE(during && during->width() == 420 && during->height() == 280);
+    EXPECT_EQ(differences(*before, *during), 0);
+
+    highlight.orderOut();
+    popover.orderOut();
+    ASSERT_TRUE(until([this] { return overlays().empty(); }));
+}
+
+INSTANTIATE_TEST_SUITE_P(, OwnCaptureTest, testing::Bool(),
+                         [](const auto& each) { return each.param ? "Composited" : "Plain"; });
 
 }  // namespace
 

@@ -4,7 +4,9 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <mutex>
 #include <stdexcept>
+#include <utility>
 
 #include "Velmora/Platform/Linux/AtSpi/AtSpiService.h"
 #include "Velmora/Platform/Linux/AtSpi/AtSpiSystem.h"
@@ -19,18 +21,27 @@ const char* const contractText =
 
 namespace {
 
-/// One screen without scaling.
-class PlainScreen : public ScreenGeometrySource {
+/// One screen without scaling, until a test says otherwise.
+class GivenScreens : public ScreenGeometrySource {
   public:
     ScreenGeometry current() const override {
-        return ScreenGeometry({{1, {0, 0, 1600, 1000}, 1, {0, 0, 1600, 1000}}});
+        const std::lock_guard<std::mutex> lock(mutex_);
+        return geometry_;
     }
+    void set(ScreenGeometry geometry) {
+        const std::lock_guard<std::mutex> lock(mutex_);
+        geometry_ = std::move(geometry);
+    }
+
+  private:
+    mutable std::mutex mutex_;
+    ScreenGeometry geometry_{{{1, {0, 0, 1600, 1000}, 1, {0, 0, 1600, 1000}}}};
 };
 
 }  // namespace
 
 struct AtSpiBench::Backend {
-    PlainScreen screen;
+    GivenScreens screen;
     X11WindowLocator locator{X11ClientRange{}};
     std::shared_ptr<AtSpiService> service = std::make_shared<AtSpiService>();
     AtSpiSystem system{service, locator, screen};
@@ -59,7 +70,15 @@ bool AtSpiBench::isTrusted() const {
 void AtSpiBench::start(std::vector<std::string> command, const ChildProcess::Environment& extra) {
     program_ = &desktop_->launch(std::move(command), extra);
     window_ = desktop_->waitForWindowOf(*program_);
-    desktop_->placeWindow(window_.id, {200, 100, 1000, 700});
+    moveWindow({200, 100, 1000, 700});
+}
+
+void AtSpiBench::setScreens(ScreenGeometry geometry) {
+    backend_->screen.set(std::move(geometry));
+}
+
+void AtSpiBench::moveWindow(const Rect& client) {
+    desktop_->placeWindow(window_.id, client);
     desktop_->settledScreenshot({0, 0, 1600, 1000});
     for (const VirtualDesktop::Window& window : desktop_->windows()) {
         if (window.id == window_.id) {

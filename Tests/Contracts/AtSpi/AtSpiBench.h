@@ -10,6 +10,7 @@
 #include "Tests/Support/VirtualDesktop/VirtualDesktop.h"
 #include "Velmora/Platform/AccessibilityElement.h"
 #include "Velmora/Platform/Linux/AtSpi/AtSpiSystem.h"
+#include "Velmora/Platform/ScreenGeometry.h"
 
 namespace velmora::test {
 
@@ -29,6 +30,12 @@ class AtSpiBench {
 
     /// Starts the program, puts its window in its place and waits until its text is found there.
     void start(std::vector<std::string> command, const ChildProcess::Environment& extra = {});
+
+    /// How the screens are said to stand; one screen of ratio 1 until then.
+    void setScreens(ScreenGeometry geometry);
+
+    /// Puts the program's window somewhere else; pixels of the X server.
+    void moveWindow(const Rect& client);
 
     const VirtualDesktop::Window& window() const { return window_; }
     ChildProcess& program() { return *program_; }

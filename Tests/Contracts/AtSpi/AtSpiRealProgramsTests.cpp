@@ -56,7 +56,10 @@ using Command = std::vector<std::string>;
 VELMORA_TOOLKIT_SUITE(AtSpiGtk3Editor, Command{"mousepad", text})
 VELMORA_TOOLKIT_SUITE(AtSpiGtk4Editor, Command{"gnome-text-editor", "--standalone", text})
 VELMORA_TOOLKIT_SUITE(AtSpiTerminal,
-                      Command{"lxterminal", "-e", "sh -c 'cat " + text + "; exec sleep 1000'"})
+                      // The second line is so long that its middle lies behind the word selected.
+                      Command{"lxterminal", "-e",
+                              "sh -c 'sed s/起源$/起源　后面还有些文字/ " + text +
+                                  "; exec sleep 1000'"})
 VELMORA_TOOLKIT_SUITE(AtSpiChromium,
                       Command{"chromium", "--force-renderer-accessibility", "--no-sandbox",
                               "--disable-gpu", "--no-first-run", "--disable-background-networking",
@@ -77,6 +80,26 @@ TEST_F(AtSpiGtk4Editor, countsPairsAsTwo) {
 }
 TEST_F(AtSpiTerminal, countsPairsAsTwo) {
     checkPair("😀");
+}
+
+/// A terminal tells of a selection in columns but never of more columns than the row has
+/// characters, so that one reaching beyond the middle of a wide row could end anywhere behind it.
+TEST_F(AtSpiTerminal, saysNothingOfASelectionWhoseEndItDoesNotTell) {
+    const AccessibilityElement::Pointer element = shown("起源");
+    ASSERT_NE(element, nullptr);
+    const auto first = element->boundsForRange({positionIn(*element, "生命"), 1});
+    const auto last = element->boundsForRange({positionIn(*element, "起源") + 1, 1});
+    ASSERT_TRUE(first && last);
+    const auto corner = [&last] {
+        return bench->desktop().screenshot({last->minX() + 1, last->minY() + 1, 1, 1}).row(0)[0];
+    };
+    const std::uint32_t before = corner();
+    bench->drag(*first, *last);
+    ASSERT_TRUE(bench->desktop().waitUntil([&] { return corner() != before; }));
+    const auto hit = bench->system().elementAtPosition({first->midX(), first->midY()});
+    ASSERT_NE(hit, nullptr);
+    EXPECT_EQ(hit->selectedText(), std::nullopt);
+    EXPECT_EQ(hit->selectedTextRange(), std::nullopt);
 }
 TEST_F(AtSpiChromium, countsPairsAsTwo) {
     checkPair("😀");

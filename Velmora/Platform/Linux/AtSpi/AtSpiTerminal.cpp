@@ -85,8 +85,9 @@ std::optional<int> AtSpiTerminal::characterAtColumnOf(int offset) {
     for (; character < count && cell < column; ++character) {
         cell += cellsOf(row->characters.at(character));
     }
-    const bool wasCut = offset >= row->last && column != cell;
-    return wasCut ? std::nullopt : std::optional(row->from + character);
+    // The last offset stands for its own column and for all behind it, if there are any.
+    const bool isOpen = offset >= row->last && (character < count || cell > column);
+    return isOpen ? std::nullopt : std::optional(row->from + character);
 }
 
 std::optional<std::pair<int, int>> AtSpiTerminal::selection(int from, int to) {

@@ -23,7 +23,9 @@ class AtSpiTerminal {
 
     /// The characters of a selection of which the terminal told. It counts columns in place of
     /// characters there, from the beginning of the row, and stops counting at the row's last
-    /// character; nothing where that leaves open what is meant.
+    /// character; nothing where that leaves open what is meant, that is, where the selection
+    /// begins or ends behind the middle of a row of wide characters. The bus has no other call that
+    /// tells of it.
     std::optional<std::pair<int, int>> selection(int from, int to);
 
     /// How many cells a terminal gives a character: 0, 1 or 2.

@@ -2,6 +2,8 @@
 #include "Velmora/Platform/LinuxX11/X11ScreenCapture.h"
 
 #include <gtest/gtest.h>
+#include <xcb/composite.h>
+#include <xcb/shape.h>
 
 #include <limits>
 #include <memory>
@@ -10,6 +12,11 @@
 #include "Tests/Contracts/X11/Support/PrivateServer.h"
 #include "Tests/Contracts/X11/Support/TestApplication.h"
 #include "Velmora/Platform/LinuxX11/X11Compositor.h"
+#include "Velmora/Platform/LinuxX11/X11Connection.h"
+#include "Velmora/Platform/LinuxX11/X11Ownership.h"
+#include "Velmora/Platform/LinuxX11/X11PictureFormats.h"
+#include "Velmora/Platform/LinuxX11/X11TopLevels.h"
+#include "Velmora/Platform/LinuxX11/X11WindowPictures.h"
 
 namespace velmora {
 namespace {
@@ -159,6 +166,67 @@ TEST_F(X11ScreenCaptureTests, UnderACompositorWindowsAreBlended) {
     EXPECT_EQ(blended & 0xFFFF0000, red);
     EXPECT_NEAR(blended & 0xFF, 0x7F, 1);
     EXPECT_EQ(pixelAt(300, 300), white);
+}
+
+/// Windows for the pointer alone, and windows on their way in or out.
+TEST_F(X11ScreenCaptureTests, UnderACompositorWindowsAreSeenAsFarAsTheyAreOpaque) {
+    other.open({100, 100, 400, 300}, {.colour = white});
+    const auto above = other.open({100, 100, 400, 300}, {.colour = blue});
+    const auto setOpacity = [&](std::uint32_t opacity) {
+        other.setProperty(above, "_NET_WM_WINDOW_OPACITY", "CARDINAL", {opacity});
+    };
+    setOpacity(0);
+    // Nobody obeys yet.
+    EXPECT_EQ(count(take({150, 150, 100, 100}), blue), 10000U);
+    startCompositor();
+    EXPECT_EQ(count(take({150, 150, 100, 100}), white), 10000U);
+    setOpacity(0x80000000);
+    const std::uint32_t blended = pixelAt(200, 200);
+    EXPECT_EQ(blended & 0xFF0000FF, 0xFF0000FF);
+    EXPECT_NEAR(blended >> 16 & 0xFF, 0x7F, 1);
+    EXPECT_NEAR(blended >> 8 & 0xFF, 0x7F, 1);
+    setOpacity(0xFFFFFFFF);
+    EXPECT_EQ(count(take({150, 150, 100, 100}), blue), 10000U);
+}
+
+/// The window above all others on which compositing managers draw what everybody sees.
+TEST_F(X11ScreenCaptureTests, TheWindowThatCompositorsDrawOnHidesNothing) {
+    other.open({100, 100, 400, 300}, {.colour = white});
+    X11Connection manager(server.display());
+    xcb_connection_t* const c = manager.get();
+    ASSERT_TRUE(xcbOwned(
+        xcb_composite_query_version_reply(c, xcb_composite_query_version(c, 0, 4), nullptr)));
+    const auto overlay = xcbOwned(xcb_composite_get_overlay_window_reply(
+        c, xcb_composite_get_overlay_window(c, manager.root()), nullptr));
+    ASSERT_TRUE(overlay);
+    const auto shown = x11TopLevel(manager, overlay->overlay_win);
+    ASSERT_TRUE(shown && shown->frame().contains({300, 250}));
+    ours.open({160, 160, 50, 50}, {.overrideRedirect = true, .colour = red});
+    EXPECT_EQ(count(take({150, 150, 100, 100}), white), 10000U);
+}
+
+/// Without a redirection the server keeps no pictures and refuses to name one.
+TEST(X11WindowPicturesTests, WindowsWithoutAPictureAreLeftOut) {
+    EventLoop loop;
+    PrivateServer server;
+    TestApplication other(server.display(), VELMORA_X11_TEST_CLIENT);
+    other.open({100, 100, 400, 300}, {.colour = white});
+    X11Connection connection(server.display());
+    xcb_connection_t* const c = connection.get();
+    for (xcb_extension_t* extension : {&xcb_composite_id, &xcb_shape_id}) {
+        ASSERT_TRUE(connection.hasExtension(*extension));
+    }
+    ASSERT_TRUE(xcbOwned(
+        xcb_composite_query_version_reply(c, xcb_composite_query_version(c, 0, 4), nullptr)));
+    const X11PictureFormats formats(connection);
+    X11Ownership ownership(connection, X11ClientRange());
+    X11WindowPictures pictures(connection, ownership, formats);
+    const Rect area = {150, 150, 100, 100};
+    EXPECT_TRUE(pictures.take(area).empty());
+    xcb_composite_redirect_subwindows(c, connection.root(), XCB_COMPOSITE_REDIRECT_AUTOMATIC);
+    const auto taken = pictures.take(area);
+    EXPECT_EQ(taken.size(), 1U);
+    pictures.giveBack(taken);
 }
 
 TEST_F(X11ScreenCaptureTests, WorksWhenACompositorComesAndGoes) {

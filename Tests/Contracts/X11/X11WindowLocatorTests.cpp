@@ -142,6 +142,22 @@ TEST_F(X11WindowLocatorTests, AWindowThatLetsInputThroughIsLookedThrough) {
     EXPECT_EQ(idAt(310, 110), above);
 }
 
+/// What a compositing manager does not show is not what the user points at.
+TEST_F(X11WindowLocatorTests, AnInvisibleWindowIsLookedThrough) {
+    const auto below = other.open({100, 100, 400, 300});
+    for (const bool overrideRedirect : {false, true}) {
+        const auto above = other.open({100, 100, 400, 300}, {.overrideRedirect = overrideRedirect});
+        other.setProperty(above, "_NET_WM_WINDOW_OPACITY", "CARDINAL", {0});
+        EXPECT_EQ(idAt(200, 200), above);
+        other.run("own _NET_WM_CM_S0");
+        EXPECT_EQ(idAt(200, 200), below);
+        other.setProperty(above, "_NET_WM_WINDOW_OPACITY", "CARDINAL", {0x10000000});
+        EXPECT_EQ(idAt(200, 200), above);
+        other.run("disown _NET_WM_CM_S0");
+        other.run("destroy " + std::to_string(above));
+    }
+}
+
 TEST_F(X11WindowLocatorTests, UnmappedWindowsAreNotThere) {
     const auto below = other.open({100, 100, 400, 300});
     const auto above = other.open({100, 100, 400, 300});

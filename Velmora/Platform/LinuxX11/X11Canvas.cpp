@@ -110,10 +110,19 @@ void X11Canvas::draw(const X11WindowPicture& picture) {
     xcb_xfixes_set_picture_clip_region(c, picture_, shape,
                                        coordinate(window.x + window.border - left_),
                                        coordinate(window.y + window.border - top_));
+    xcb_render_picture_t strength = XCB_NONE;
+    if (picture.opacity != X11Opacity::opaque) {
+        strength = xcb_generate_id(c);
+        xcb_render_create_solid_fill(c, strength,
+                                     {0, 0, 0, static_cast<std::uint16_t>(picture.opacity >> 16U)});
+    }
     xcb_render_composite(c, picture.isBlended ? XCB_RENDER_PICT_OP_OVER : XCB_RENDER_PICT_OP_SRC,
-                         from, XCB_NONE, picture_, 0, 0, 0, 0, coordinate(window.x - left_),
+                         from, strength, picture_, 0, 0, 0, 0, coordinate(window.x - left_),
                          coordinate(window.y - top_), static_cast<std::uint16_t>(window.width),
                          static_cast<std::uint16_t>(window.height));
+    if (strength != XCB_NONE) {
+        xcb_render_free_picture(c, strength);
+    }
     xcb_xfixes_set_picture_clip_region(c, picture_, XCB_NONE, 0, 0);
     xcb_xfixes_destroy_region(c, shape);
     xcb_render_free_picture(c, from);

@@ -8,6 +8,7 @@
 
 #include "Velmora/Platform/LinuxX11/X11ClientWindow.h"
 #include "Velmora/Platform/LinuxX11/X11Connection.h"
+#include "Velmora/Platform/LinuxX11/X11Opacity.h"
 #include "Velmora/Platform/LinuxX11/X11Ownership.h"
 #include "Velmora/Platform/LinuxX11/X11TopLevels.h"
 
@@ -48,7 +49,7 @@ bool contains(const std::vector<std::uint32_t>& values, std::uint32_t value) {
 
 struct X11WindowLocator::Parts {
     Parts(const X11ClientRange& application, const std::string& display)
-        : connection(display), ownership(connection, application) {
+        : connection(display), ownership(connection, application), opacity(connection) {
         hasShapes = connection.hasExtension(xcb_shape_id);
     }
 
@@ -64,6 +65,7 @@ struct X11WindowLocator::Parts {
 
     X11Connection connection;
     X11Ownership ownership;
+    X11Opacity opacity;
     bool hasShapes = false;
 };
 
@@ -98,7 +100,8 @@ std::optional<X11TopLevel> X11WindowLocator::Parts::uppermost(Point point) {
                             : std::nullopt;
     // Menus and panels may be our own, which are looked through: all windows have to be gone
     // through then.
-    return window && !window->overrideRedirect ? window : std::nullopt;
+    return window && !window->overrideRedirect && !opacity.isInvisible(window->id) ? window
+                                                                                   : std::nullopt;
 }
 
 bool X11WindowLocator::Parts::isHit(const X11TopLevel& window, Point point) {
@@ -192,7 +195,7 @@ std::optional<WindowInfo> X11WindowLocator::topmostWindowAt(Point nativePoint) {
     }
     const std::vector<X11TopLevel> windows = x11TopLevels(connection);
     for (auto window = windows.rbegin(); window != windows.rend(); ++window) {
-        if (!parts_->isHit(*window, nativePoint)) {
+        if (!parts_->isHit(*window, nativePoint) || parts_->opacity.isInvisible(window->id)) {
             continue;
         }
         if (window->overrideRedirect && parts_->ownership.isOurs(window->id)) {

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <set>
-#include <string>
 
 namespace velmora {
 namespace {
@@ -15,6 +14,7 @@ struct Asked {
     X11WindowPicture picture;
     xcb_void_cookie_t named;
     xcb_shape_query_extents_cookie_t shape;
+    xcb_get_property_cookie_t opacity;
     bool isNamed;
 };
 
@@ -26,19 +26,7 @@ bool covers(const Rect& frame, const Rect& area) {
 
 X11WindowPictures::X11WindowPictures(X11Connection& connection, X11Ownership& ownership,
                                      const X11PictureFormats& formats)
-    : connection_(connection), ownership_(ownership), formats_(formats) {
-    if (connection_.isOpen()) {
-        compositorSelection_ =
-            connection_.atom("_NET_WM_CM_S" + std::to_string(connection_.screenNumber()));
-    }
-}
-
-bool X11WindowPictures::isCompositing() {
-    xcb_connection_t* const c = connection_.get();
-    const auto reply = xcbOwned(xcb_get_selection_owner_reply(
-        c, xcb_get_selection_owner(c, compositorSelection_), nullptr));
-    return reply && reply->owner != XCB_WINDOW_NONE;
-}
+    : connection_(connection), ownership_(ownership), formats_(formats), opacity_(connection) {}
 
 std::vector<X11TopLevel> X11WindowPictures::candidates(const Rect& area) {
     std::vector<X11TopLevel> windows = x11TopLevels(connection_);
@@ -60,20 +48,26 @@ std::vector<X11WindowPicture> X11WindowPictures::take(const Rect& area) {
         const auto format = formats_.ofVisual(window.visual);
         if (format) {
             const xcb_pixmap_t pixmap = xcb_generate_id(c);
-            asked.push_back({{window, pixmap, *format},
-                             xcb_composite_name_window_pixmap_checked(c, window.id, pixmap),
-                             xcb_shape_query_extents(c, window.id),
-                             false});
+            X11WindowPicture picture;
+            picture.window = window;
+            picture.pixmap = pixmap;
+            picture.format = *format;
+            asked.push_back(
+                {picture, xcb_composite_name_window_pixmap_checked(c, window.id, pixmap),
+                 xcb_shape_query_extents(c, window.id), opacity_.ask(window.id), false});
         }
     }
     // Only the compositing manager blends; without one a window's alpha means nothing.
-    const bool blends = isCompositing();
+    const bool blends = opacity_.isCompositing();
     // The last answer first, so that all of them are there after one wait.
     for (auto one = asked.rbegin(); one != asked.rend(); ++one) {
         // A compositing manager's own output window has no picture and fails here, too.
         one->isNamed = !xcbOwned(xcb_request_check(c, one->named));
         const auto shape = xcbOwned(xcb_shape_query_extents_reply(c, one->shape, nullptr));
-        one->picture.isBlended = blends && one->picture.format.hasAlpha;
+        const std::uint32_t opacity = opacity_.answer(one->opacity);
+        one->picture.opacity = blends ? opacity : X11Opacity::opaque;
+        one->picture.isBlended =
+            blends && (one->picture.format.hasAlpha || one->picture.opacity != X11Opacity::opaque);
         one->picture.coversAll = shape && shape->bounding_shaped == 0 && !one->picture.isBlended &&
                                  covers(one->picture.window.frame(), area);
     }

@@ -3,10 +3,12 @@
 
 #include <xcb/xcb.h>
 
+#include <cstdint>
 #include <vector>
 
 #include "Velmora/Platform/Geometry.h"
 #include "Velmora/Platform/LinuxX11/X11Connection.h"
+#include "Velmora/Platform/LinuxX11/X11Opacity.h"
 #include "Velmora/Platform/LinuxX11/X11Ownership.h"
 #include "Velmora/Platform/LinuxX11/X11PictureFormats.h"
 #include "Velmora/Platform/LinuxX11/X11TopLevels.h"
@@ -18,8 +20,9 @@ struct X11WindowPicture {
     X11TopLevel window;
     xcb_pixmap_t pixmap = XCB_NONE;  ///< From the window's outer corner, its border included.
     X11PictureFormats::Format format;
-    bool isBlended = false;  ///< What lies below shows through.
-    bool coversAll = false;  ///< Nothing below it is seen in the wanted area.
+    std::uint32_t opacity = X11Opacity::opaque;  ///< Of the whole window.
+    bool isBlended = false;                      ///< What lies below shows through.
+    bool coversAll = false;                      ///< Nothing below it is seen in the wanted area.
 };
 
 /// Takes the pictures of all windows but ours. A window's picture is another one whenever the
@@ -37,12 +40,10 @@ class X11WindowPictures {
 
   private:
     std::vector<X11TopLevel> candidates(const Rect& area);
-    bool isCompositing();
-
     X11Connection& connection_;
     X11Ownership& ownership_;
     const X11PictureFormats& formats_;
-    xcb_atom_t compositorSelection_ = XCB_ATOM_NONE;
+    X11Opacity opacity_;
 };
 
 }  // namespace velmora

@@ -9,6 +9,7 @@
 
 #include "Velmora/Platform/Linux/Tesseract/RecognizerProcess.h"
 #include "Velmora/Platform/Recognition/CodePoint.h"
+#include "Velmora/Platform/Recognition/ForeignLetters.h"
 #include "Velmora/Platform/Recognition/LineRecognizer.h"
 #include "Velmora/Platform/Recognition/OutlinedText.h"
 
@@ -68,7 +69,7 @@ void printLine(const CorpusScreen& screen, const ReadLine& read, const CorpusHov
 
 bool dumpCharacters(const std::vector<CorpusScreen>& screens, const WordPatterns& words) {
     RecognizerProcess process({{}, {}, std::chrono::milliseconds(10000)});
-    process.setGlyphs(words.characters());
+    process.setGlyphs(withForeignLetters(words.characters()));
     process.start();
     if (!process.waitUntilReady(std::chrono::seconds(60))) {
         return false;

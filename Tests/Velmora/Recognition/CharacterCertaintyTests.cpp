@@ -33,5 +33,20 @@ TEST(CharacterCertainty, AMarginBeyondMeasureSaysNoMore) {
               certaintyOf(known(0.9F, 5, true), false));
 }
 
+TEST(CharacterCertainty, WhatIsFarFromItsLineIsNoneOfTheCharacters) {
+    EXPECT_GT(certaintyOf(known(0.80F, 0.3F, false), true), 0.9F);
+    EXPECT_LT(certaintyOf(known(0.74F, 0.3F, false), true), 0.3F) << "however bad all others are";
+    EXPECT_GT(certaintyOf(known(0.74F, 0.3F, true), true), 0.9F) << "the reader says the same";
+    EXPECT_LT(certaintyOf(known(0.70F, 0.3F, true), true), 0.3F) << "too far to believe it";
+}
+
+TEST(CharacterCertainty, InkThatIsLikeNothingIsNoCharacterInAnyFont) {
+    PlacedCharacter character = known(0.4F, 0.3F, true);
+    character.fit = 0.4F;
+    EXPECT_LT(certaintyOf(character, true), 0.3F);
+    character.exact = character.fit = 0.6F;
+    EXPECT_GT(certaintyOf(character, true), 0.9F);
+}
+
 }  // namespace
 }  // namespace velmora

@@ -81,6 +81,29 @@ TEST(GlyphJudge, TheScriptFollowsTheForms) {
     EXPECT_EQ(reader.reads, before + 1) << "the next line is read in that script at once";
 }
 
+TEST(GlyphJudge, ALetterOfAnotherScriptIsNoCharacter) {
+    FakeReader reader;
+    reader.glyphs = U"他中文好は";
+    reader.texts[ScriptModel::simplified] = {{"他", "中", "文", "好"}};
+    reader.texts[ScriptModel::traditional] = {{"他", "中", "文", "好"}};
+    const ReadLine read = readAt(reader, U"他中は好", thirdCharacter);
+    ASSERT_FALSE(read.candidates.empty());
+    EXPECT_EQ(textOf(read.candidates[0].characters), "他中は好");
+    for (const LineCandidate& candidate : read.candidates) {
+        EXPECT_EQ(candidate.characters[2].text, "は") << "nor may it be one in second place";
+    }
+}
+
+TEST(GlyphJudge, LettersOfOtherScriptsTakeNothingFromCharacters) {
+    FakeReader reader;
+    reader.glyphs = U"他中文好はの서울";
+    reader.texts[ScriptModel::simplified] = {{"他", "中", "文", "好"}};
+    const ReadLine read = readAt(reader, U"他中文好", thirdCharacter);
+    ASSERT_FALSE(read.candidates.empty());
+    EXPECT_EQ(textOf(read.candidates[0].characters), "他中文好");
+    EXPECT_GE(read.candidates[0].confidence, 0.99F);
+}
+
 TEST(GlyphJudge, NoFormsNoVerdict) {
     FakeReader reader;
     PlacedLine line{{"他", 0.9F, {20, 40}}, {"中", 0.9F, {44, 64}}};

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Velmora/Platform/Loader/Recognition.h"
 
+#include <algorithm>
 #include <thread>
 #include <utility>
 
@@ -32,7 +33,22 @@ class LoadingRecognizer final : public TesseractRecognizer {
         }
     }
 
+    /// Until text is read and, a little longer, until the forms of characters are at hand, which
+    /// they are at once where they have been drawn before. Whether text is read.
+    bool wait(std::chrono::milliseconds limit) {
+        if (!waitUntilReady(limit)) {
+            return false;
+        }
+        if (words_.joinable()) {
+            words_.join();
+            waitForGlyphs(std::min(limit, longestForForms));
+        }
+        return true;
+    }
+
   private:
+    static constexpr std::chrono::milliseconds longestForForms{4000};
+
     std::thread words_;
 };
 
@@ -46,7 +62,7 @@ void addRecognition(PlatformBackends& backends) {
         recognizer->load(std::move(dictionary));
     };
     backends.waitForRecognition = [recognizer](std::chrono::milliseconds limit) {
-        return recognizer->waitUntilReady(limit);
+        return recognizer->wait(limit);
     };
 }
 

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "Velmora/Platform/Recognition/CharacterGrid.h"
 #include "Velmora/Platform/Recognition/CodePoint.h"
@@ -23,7 +24,8 @@ constexpr float otherBonus = 0.02F;
 constexpr double leastWidth = 0.6;  ///< Of the pitch, for a cell that may hold a character.
 constexpr float belowFit = 0.08F;   ///< A character that fits so much worse is none.
 constexpr float gridConfidence = 0.9F;
-constexpr float doubtful = 0.9F;  ///< A mark read with less may be a character.
+constexpr float foreignLead = 0.03F;  ///< By which a letter must be liker than any character.
+constexpr float doubtful = 0.9F;      ///< A mark read with less may be a character.
 
 bool isHanText(const std::string& text) {
     return isHan(firstCodePoint(text));
@@ -35,10 +37,13 @@ struct Judged {
     std::vector<char32_t> others;
 };
 
+float likenessOf(const GlyphMatch& match, bool fontKnown) {
+    return fontKnown ? match.exact + 0.1F * match.shape : 0.5F * match.exact + 0.5F * match.shape;
+}
+
 float scoreOf(const GlyphMatch& match, const PlacedCharacter& character, const Judged& cell,
               bool fontKnown) {
-    float score =
-        fontKnown ? match.exact + 0.1F * match.shape : 0.5F * match.exact + 0.5F * match.shape;
+    float score = likenessOf(match, fontKnown);
     if (match.character == firstCodePoint(character.text)) {
         score += (fontKnown ? agreementBonus : strangeFontBonus) * character.confidence;
     }
@@ -46,6 +51,41 @@ float scoreOf(const GlyphMatch& match, const PlacedCharacter& character, const J
         score += other == match.character ? otherBonus : 0;
     }
     return score;
+}
+
+/// The letter of another script that the ink is liker than any Chinese character; null for none.
+const GlyphMatch* foreignLetter(const std::vector<GlyphMatch>& matches, bool fontKnown) {
+    const GlyphMatch* letter = nullptr;
+    float character = 0;
+    for (const GlyphMatch& match : matches) {
+        if (isHan(match.character)) {
+            character = std::max(character, likenessOf(match, fontKnown));
+        } else if (letter == nullptr ||
+                   likenessOf(match, fontKnown) > likenessOf(*letter, fontKnown)) {
+            letter = &match;
+        }
+    }
+    return letter != nullptr && likenessOf(*letter, fontKnown) > character + foreignLead ? letter
+                                                                                         : nullptr;
+}
+
+/// Whether a mark that was read may be a character nonetheless.
+bool maybeCharacter(const PlacedCharacter& character, float exact, bool fontKnown) {
+    return character.text.empty() || isHanText(character.text) ||
+           (fontKnown && exact >= clearExact && character.confidence < doubtful);
+}
+
+/// Puts a letter of another script into the line. Whether it had something else there.
+bool settleForeign(PlacedCharacter& character, const GlyphMatch& letter, bool fontKnown) {
+    if (!maybeCharacter(character, letter.exact, fontKnown)) {
+        return false;
+    }
+    character.exact = letter.exact;
+    character.shape = letter.shape;
+    character.confirmed = fontKnown && letter.exact >= clearExact;
+    character.confidence = std::min(character.confidence, letter.exact);
+    const std::string text = utf8Of(letter.character);
+    return std::exchange(character.text, text) != text;
 }
 
 /// Puts the best match into the line. Whether it had another character there.
@@ -56,16 +96,23 @@ bool settle(PlacedCharacter& character, const std::vector<GlyphMatch>& matches, 
         return false;
     }
     const bool fontKnown = fontFit >= knownFont;
+    if (const GlyphMatch* letter = foreignLetter(matches, fontKnown)) {
+        return settleForeign(character, *letter, fontKnown);
+    }
     std::vector<std::pair<float, GlyphMatch>> ranked;
     ranked.reserve(matches.size());
     for (const GlyphMatch& match : matches) {
-        ranked.emplace_back(scoreOf(match, character, cell, fontKnown), match);
+        if (isHan(match.character)) {
+            ranked.emplace_back(scoreOf(match, character, cell, fontKnown), match);
+        }
+    }
+    if (ranked.empty()) {
+        return false;
     }
     std::stable_sort(ranked.begin(), ranked.end(),
                      [](const auto& a, const auto& b) { return a.first > b.first; });
     const GlyphMatch& best = ranked.front().second;
-    const bool wasMark = !character.text.empty() && !isHanText(character.text);
-    if (wasMark && !(fontKnown && best.exact >= clearExact && character.confidence < doubtful)) {
+    if (!maybeCharacter(character, best.exact, fontKnown)) {
         return false;
     }
     character.exact = best.exact;

@@ -30,6 +30,9 @@ constexpr float silentConfidence = 0.2F;
 constexpr float acceptedCertainty = 0.85F;  ///< Of the characters of a word, together.
 constexpr float leastCertainty = 0.4F;      ///< Below this nothing is better than the character.
 constexpr float neverCompared = 0.5F;
+constexpr float guessedLetter = 0.1F;
+constexpr float somewhatAlike = 0.45F;  ///< A form in a font that is not known.
+constexpr float alikeByItself = 0.75F;  ///< Where nothing else tells of the font.
 constexpr std::size_t besideFocus = 2;
 constexpr float plainConfidence = 0.9F;  ///< Of a line that was read once and not looked into.
 
@@ -103,6 +106,21 @@ bool isForeign(const PlacedLine& line, const ReadingWindow& window) {
         han += isHanText(line[i].text) ? 1 : 0;
     }
     return han * 2 < last - window.first;
+}
+
+/// Ink that is liker a letter of another script than any character, but is not clearly that letter.
+bool isGuessedLetter(const PlacedCharacter& character) {
+    return isKanaOrHangul(firstCodePoint(character.text)) && character.exact > 0 &&
+           !character.confirmed;
+}
+
+/// No other character tells of the line's font, and this one is not enough like its own forms: a
+/// picture, or a piece of writing that runs in another direction.
+bool standsAlone(const PlacedLine& line, std::size_t focus) {
+    const auto alike = std::count_if(line.begin(), line.end(), [](const PlacedCharacter& c) {
+        return c.exact >= somewhatAlike;
+    });
+    return line[focus].exact > 0 && line[focus].exact < alikeByItself && alike <= 1;
 }
 
 bool hasHan(const PlacedLine& line) {
@@ -255,14 +273,14 @@ float LineRecognizer::certaintyOfWord(const PlacedLine& line, const ReadingWindo
     const std::size_t focus = std::min(window.focus, line.size() - 1);
     const auto certainty = [&](std::size_t i) {
         if (!isHanText(line[i].text)) {
-            return 1.0F;
+            return isGuessedLetter(line[i]) ? guessedLetter : 1.0F;
         }
         return line[i].exact > 0 ? certaintyOf(line[i], words.standsInWord(line, i))
                                  : neverCompared;
     };
     const float own = certainty(focus);
     const bool foreign = isForeign(line, window);
-    if (own < (foreign ? acceptedCertainty : leastCertainty)) {
+    if (own < (foreign ? acceptedCertainty : leastCertainty) || standsAlone(line, focus)) {
         return silentConfidence;
     }
     float product = foreign && !isHanText(line[focus].text) ? neverCompared : 1;

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "Velmora/Platform/Linux/Tesseract/RecognizerProcess.h"
+#include "Velmora/Platform/Recognition/ForeignLetters.h"
 #include "Velmora/Platform/Recognition/LineFinder.h"
 #include "Velmora/Platform/Recognition/LineRecognizer.h"
 #include "Velmora/Platform/Recognition/OutlinedText.h"
@@ -136,7 +137,7 @@ pid_t TesseractRecognizer::workerProcessId() const {
 }
 
 void TesseractRecognizer::setWords(std::shared_ptr<const WordPatterns> words) {
-    process_->setGlyphs(words ? words->characters() : std::vector<char32_t>());
+    process_->setGlyphs(words ? withForeignLetters(words->characters()) : std::vector<char32_t>());
     const std::lock_guard lock(wordsMutex_);
     words_ = std::move(words);
 }

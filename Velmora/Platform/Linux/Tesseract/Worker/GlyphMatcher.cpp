@@ -8,12 +8,16 @@
 #include <functional>
 #include <numeric>
 
+#include "Velmora/Platform/Recognition/CodePoint.h"
+
 namespace velmora {
 
 namespace {
 
 constexpr std::size_t scanned = 64;    ///< Taken from the store by the cell as it was cut.
 constexpr std::size_t compared = 8;    ///< Of these, at first, pixel by pixel.
+constexpr float letterBehind = 0.01F;  ///< A letter of another script that is no candidate.
+constexpr std::size_t mostLetters = 3;
 constexpr double strangerSize = 24;    ///< At which what the store lacks is drawn.
 constexpr float leastExact = 0.9F;     ///< Where none of them reaches that, more are compared.
 constexpr float belowFit = 0.04F;      ///< The same, as compared with the line's other cells.
@@ -62,6 +66,18 @@ bool isBetter(const GlyphMatch& a, const GlyphMatch& b) {
     return a.shape > b.shape;
 }
 
+/// Letters of other scripts are compared only where they are about as alike as the best Chinese
+/// character.
+void keepLikelyLetters(std::vector<GlyphMatch>& matches) {
+    float best = 0;
+    for (const GlyphMatch& match : matches) {
+        best = std::max(best, isHan(match.character) ? match.shape : 0);
+    }
+    std::erase_if(matches, [&](const GlyphMatch& match) {
+        return !isHan(match.character) && match.shape < best - letterBehind;
+    });
+}
+
 }  // namespace
 
 /// The cell's edges may take a piece of a neighbour along or cut a stroke off, so it is also cut a
@@ -92,7 +108,8 @@ GlyphMatcher::Ink GlyphMatcher::prepare(const CellsToMatch& request, const CellT
         }
         ink.matches.push_back(match);
     };
-    for (const GlyphStore::Neighbour& neighbour : store.nearest(ink.features.front(), scanned)) {
+    for (const GlyphStore::Neighbour& neighbour :
+         store.nearest(ink.features.front(), scanned, mostLetters)) {
         add(neighbour.character);
     }
     for (const char32_t candidate : cell.candidates) {
@@ -102,6 +119,7 @@ GlyphMatcher::Ink GlyphMatcher::prepare(const CellsToMatch& request, const CellT
         }
     }
     std::sort(ink.matches.begin(), ink.matches.end(), isBetter);
+    keepLikelyLetters(ink.matches);
     return ink;
 }
 
@@ -235,16 +253,17 @@ void GlyphMatcher::compare(Ink& cell, const std::vector<char32_t>& candidates,
                            const FittingStyle& found) {
     const float wanted = std::max(leastExact, found.fit - belowFit);
     float best = 0;
+    std::size_t characters = 0;
     std::vector<GlyphMatch> matches;
-    for (std::size_t i = 0; i < cell.matches.size(); ++i) {
-        GlyphMatch match = cell.matches[i];
+    for (GlyphMatch match : cell.matches) {
         const bool given =
             std::find(candidates.begin(), candidates.end(), match.character) != candidates.end();
         const bool hopeful =
             best < wanted && !isHurried() && match.shape >= cell.matches.front().shape - farBehind;
-        if (i >= compared && !hopeful && !given) {
+        if (isHan(match.character) && characters >= compared && !hopeful && !given) {
             continue;
         }
+        characters += isHan(match.character) ? 1 : 0;
         const GrayImage* drawn = drawing(match.character, found.style);
         match.exact = drawn != nullptr ? cell.pixels->with(*drawn) : 0;
         best = std::max(best, match.exact);

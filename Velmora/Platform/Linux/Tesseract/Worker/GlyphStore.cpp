@@ -12,6 +12,8 @@
 #include <cstring>
 #include <fstream>
 
+#include "Velmora/Platform/Recognition/CodePoint.h"
+
 namespace velmora {
 
 namespace {
@@ -67,6 +69,20 @@ bool writeEntries(const std::string& path, std::uint64_t key, const std::vector<
         }
     }
     return std::rename(partial.c_str(), path.c_str()) == 0;
+}
+
+/// Into a list of the best, the best first.
+void insertNearest(std::vector<GlyphStore::Neighbour>& best, const GlyphStore::Neighbour& neighbour,
+                   std::size_t count) {
+    if (best.size() >= count && (count == 0 || neighbour.similarity <= best.back().similarity)) {
+        return;
+    }
+    const auto place =
+        std::find_if(best.begin(), best.end(), [&](const GlyphStore::Neighbour& other) {
+            return other.similarity < neighbour.similarity;
+        });
+    best.insert(place, neighbour);
+    best.resize(std::min(best.size(), count));
 }
 
 }  // namespace
@@ -153,9 +169,10 @@ std::span<const std::int8_t, GlyphFeatures::size> GlyphStore::values(std::size_t
                                                              GlyphFeatures::size);
 }
 
-std::vector<GlyphStore::Neighbour> GlyphStore::nearest(const GlyphFeatures& ink,
-                                                       std::size_t count) const {
+std::vector<GlyphStore::Neighbour> GlyphStore::nearest(const GlyphFeatures& ink, std::size_t count,
+                                                       std::size_t letters) const {
     std::vector<Neighbour> best;
+    std::vector<Neighbour> bestLetters;
     for (std::size_t i = 0; i < count_;) {
         // A character's entries follow each other.
         const std::uint32_t character = characters_[i];
@@ -163,14 +180,14 @@ std::vector<GlyphStore::Neighbour> GlyphStore::nearest(const GlyphFeatures& ink,
         for (; i < count_ && characters_[i] == character; ++i) {
             similarity = std::max(similarity, ink.similarity(values(i)));
         }
-        if (best.size() < count || similarity > best.back().similarity) {
-            const auto place = std::find_if(best.begin(), best.end(), [&](const Neighbour& other) {
-                return other.similarity < similarity;
-            });
-            best.insert(place, {static_cast<char32_t>(character), similarity});
-            best.resize(std::min(best.size(), count));
+        const Neighbour neighbour{static_cast<char32_t>(character), similarity};
+        if (isHan(neighbour.character)) {
+            insertNearest(best, neighbour, count);
+        } else {
+            insertNearest(bestLetters, neighbour, letters);
         }
     }
+    best.insert(best.end(), bestLetters.begin(), bestLetters.end());
     return best;
 }
 

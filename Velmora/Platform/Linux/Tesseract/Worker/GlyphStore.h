@@ -42,8 +42,10 @@ class GlyphStore {
 
     std::size_t size() const { return count_; }
 
-    /// The characters that are most alike, the best first, each once.
-    std::vector<Neighbour> nearest(const GlyphFeatures& ink, std::size_t count) const;
+    /// The Chinese characters that are most alike, the best first, each once; then so many letters
+    /// of other scripts.
+    std::vector<Neighbour> nearest(const GlyphFeatures& ink, std::size_t count,
+                                   std::size_t letters) const;
 
     /// How alike the ink is to a character in its best font; 0 for characters that are not here.
     float similarity(const GlyphFeatures& ink, char32_t character) const;

@@ -132,7 +132,7 @@ TEST_F(UpdateWindowOnDisplayTest, GrowsFromAMessageToAnOffer) {
     WindowDesktop::keepPicture("update-checking");
     const int small = updates.window()->height();
     updates.show(offer());
-    EXPECT_TRUE(WindowDesktop::until([this] {
+    EXPECT_TRUE(WindowDesktop::until([] {
         for (const auto& window : WindowDesktop::get().windows()) {
             if (window.title == "Velmora Update") {
                 return window.client.height == 400;

@@ -49,26 +49,7 @@ class DayOfLookups : public ::testing::Test {
     }
 
     void start(AnalyticsService& analytics) {
-        world.model.emplace(AppModelServices{.settings = world.settings,
-                                             .clock = world.clock,
-                                             .mainQueue = world.queue,
-                                             .events = world.events,
-                                             .screens = world.screens,
-                                             .permissions = world.permissions,
-                                             .pasteboard = world.pasteboard,
-                                             .shell = world.shell,
-                                             .textExtractor = world.extractor,
-                                             .lookupEngine = world.engine,
-                                             .popover = world.popover,
-                                             .highlight = world.highlight,
-                                             .launchFlash = world.flash,
-                                             .onboarding = world.onboarding,
-                                             .statusBar = world.statusBar,
-                                             .speech = world.speech,
-                                             .softwareUpdates = world.updates,
-                                             .analytics = analytics,
-                                             .qaLog = world.lookups});
-        world.queue.runAll();
+        world.startWith(world.statusBar, world.updates, analytics);
     }
 
     /// From the first start to the opt-out; the number of lookups that were shown.

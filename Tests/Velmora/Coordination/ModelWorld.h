@@ -30,7 +30,10 @@ class ModelWorld {
     static constexpr Rect characterRect{490, 490, 20, 20};
     static constexpr Rect wordRect{490, 490, 40, 20};
 
-    void start() {
+    void start() { startWith(statusBar, updates, analytics); }
+
+    /// Starts the model with these parts in place of the recording ones.
+    void startWith(StatusBarPresenting& bar, SoftwareUpdating& updating, Analytics& usage) {
         model.emplace(AppModelServices{.settings = settings,
                                        .clock = clock,
                                        .mainQueue = queue,
@@ -45,10 +48,10 @@ class ModelWorld {
                                        .highlight = highlight,
                                        .launchFlash = flash,
                                        .onboarding = onboarding,
-                                       .statusBar = statusBar,
+                                       .statusBar = bar,
                                        .speech = speech,
-                                       .softwareUpdates = updates,
-                                       .analytics = analytics,
+                                       .softwareUpdates = updating,
+                                       .analytics = usage,
                                        .qaLog = lookups});
         queue.runAll();
     }

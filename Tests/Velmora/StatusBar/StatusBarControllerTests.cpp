@@ -52,26 +52,7 @@ class StatusBarControllerTest : public ::testing::Test {
 
     void start() {
         world.settings.setBoolean("onboardingCompleted", true);
-        world.model.emplace(AppModelServices{.settings = world.settings,
-                                             .clock = world.clock,
-                                             .mainQueue = world.queue,
-                                             .events = world.events,
-                                             .screens = world.screens,
-                                             .permissions = world.permissions,
-                                             .pasteboard = world.pasteboard,
-                                             .shell = world.shell,
-                                             .textExtractor = world.extractor,
-                                             .lookupEngine = world.engine,
-                                             .popover = world.popover,
-                                             .highlight = world.highlight,
-                                             .launchFlash = world.flash,
-                                             .onboarding = world.onboarding,
-                                             .statusBar = controller,
-                                             .speech = world.speech,
-                                             .softwareUpdates = updates,
-                                             .analytics = world.analytics,
-                                             .qaLog = world.lookups});
-        world.queue.runAll();
+        world.startWith(controller, updates, world.analytics);
         world.journal.clear();
     }
     void startHovering() {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "Tests/Contracts/Tesseract/Pictures.h"
+#include "Tests/Contracts/Tesseract/SharedRecognizer.h"
 #include "Tests/Support/TemporaryFolder.h"
 #include "Velmora/Platform/Linux/Tesseract/TesseractRecognizer.h"
 #include "Velmora/Platform/Recognition/CodePoint.h"
@@ -18,21 +19,11 @@ namespace velmora {
 namespace {
 
 using std::chrono::milliseconds;
-
-TesseractRecognizer& recognizer() {
-    static const auto shared = [] {
-        auto made = std::make_unique<TesseractRecognizer>(
-            TesseractRecognizer::Options{{}, {}, milliseconds(20000)});
-        made->start();
-        made->waitUntilReady(milliseconds(60000));
-        return made;
-    }();
-    return *shared;
-}
+using testing::sharedRecognizer;
 
 /// The first reading's character whose box holds the point; empty where there is none.
 std::string characterAt(const Image& image, Point point) {
-    const auto observations = recognizer().recognize(image, point, 3);
+    const auto observations = sharedRecognizer().recognize(image, point, 3);
     EXPECT_TRUE(observations) << "recognition itself failed";
     const Point normalized{point.x / image.width(), 1 - point.y / image.height()};
     for (const TextObservation& observation :
@@ -154,10 +145,10 @@ TEST(OddPicture, OfAnyKindCanBeAskedAboutEverywhere) {
         ASSERT_FALSE(image.isEmpty());
         for (double y = 10; y < image.height(); y += 36) {
             for (double x = 10; x < image.width(); x += 36) {
-                EXPECT_TRUE(recognizer().recognize(image, Point{x, y}, 3)) << name << x << y;
+                EXPECT_TRUE(sharedRecognizer().recognize(image, Point{x, y}, 3)) << name << x << y;
             }
         }
-        EXPECT_TRUE(recognizer().recognize(image, std::nullopt, 3));
+        EXPECT_TRUE(sharedRecognizer().recognize(image, std::nullopt, 3));
     }
 }
 

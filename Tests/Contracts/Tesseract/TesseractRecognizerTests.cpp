@@ -11,6 +11,7 @@
 #include <random>
 
 #include "Tests/Contracts/Tesseract/Pictures.h"
+#include "Tests/Contracts/Tesseract/SharedRecognizer.h"
 #include "Tests/Support/TemporaryFolder.h"
 #include "Velmora/Platform/Recognition/WordPatterns.h"
 
@@ -18,18 +19,7 @@ namespace velmora {
 namespace {
 
 using std::chrono::milliseconds;
-
-/// One worker for all tests here; loading it takes a while.
-TesseractRecognizer& recognizer() {
-    static const auto shared = [] {
-        auto made = std::make_unique<TesseractRecognizer>(
-            TesseractRecognizer::Options{{}, {}, milliseconds(20000)});
-        made->start();
-        made->waitUntilReady(milliseconds(60000));
-        return made;
-    }();
-    return *shared;
-}
+using testing::sharedRecognizer;
 
 /// One that compares characters with their forms, as it does when it knows words.
 TesseractRecognizer& recognizerWithForms() {
@@ -87,7 +77,7 @@ TEST_P(ReadsPictures, TheTextAndTheCharacterUnderThePoint) {
     const Hover& hover = GetParam();
     const Image image = fixturePicture(hover.picture);
     ASSERT_FALSE(image.isEmpty());
-    for (TesseractRecognizer* one : {&recognizer(), &recognizerWithForms()}) {
+    for (TesseractRecognizer* one : {&sharedRecognizer(), &recognizerWithForms()}) {
         expectRead(hover, image, one->recognize(image, hover.point, 3));
     }
 }
@@ -106,33 +96,33 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(TesseractRecognizer, ReadsALineOnceMoreAtAnotherPoint) {
     const Image image = fixturePicture("simplified-light");
-    const auto first = recognizer().recognize(image, Point{130, 55}, 3);
+    const auto first = sharedRecognizer().recognize(image, Point{130, 55}, 3);
     ASSERT_TRUE(first);
-    const auto again = recognizer().verify(image, *first, {280, 55}, 3);
+    const auto again = sharedRecognizer().verify(image, *first, {280, 55}, 3);
     EXPECT_EQ(bestText(again), "图书馆每天上午开门");
-    const auto away = recognizer().verify(image, *first, {10, 5}, 3);
+    const auto away = sharedRecognizer().verify(image, *first, {10, 5}, 3);
     ASSERT_TRUE(away);
     EXPECT_TRUE(away->empty());
 }
 
 TEST(TesseractRecognizer, ReadsEverythingWithoutAPoint) {
-    EXPECT_EQ(bestText(recognizer().recognize(fixturePicture("button"), std::nullopt, 3)),
+    EXPECT_EQ(bestText(sharedRecognizer().recognize(fixturePicture("button"), std::nullopt, 3)),
               "检查更新");
 }
 
 TEST(TesseractRecognizer, HonoursTheCandidateLimit) {
     const Image image = fixturePicture("traditional-dark");
-    const auto one = recognizer().recognize(image, Point{220, 55}, 1);
+    const auto one = sharedRecognizer().recognize(image, Point{220, 55}, 1);
     ASSERT_TRUE(one && !one->empty());
     EXPECT_EQ(one->front().candidates.size(), 1U);
-    EXPECT_FALSE(recognizer().recognize(image, Point{220, 55}, 0));
+    EXPECT_FALSE(sharedRecognizer().recognize(image, Point{220, 55}, 0));
 }
 
 TEST(TesseractRecognizer, IsNeverSureOfOtherScripts) {
     for (const char* name : {"english", "mixed"}) {
         const Image image = fixturePicture(name);
-        for (const auto& [one, x] : {std::pair{&recognizer(), 120.0},
-                                     {&recognizer(), 180.0},
+        for (const auto& [one, x] : {std::pair{&sharedRecognizer(), 120.0},
+                                     {&sharedRecognizer(), 180.0},
                                      {&recognizerWithForms(), 120.0},
                                      {&recognizerWithForms(), 180.0}}) {
             const auto observations = one->recognize(image, Point{x, 55}, 3);
@@ -151,14 +141,14 @@ TEST(TesseractRecognizer, FindsNothingWhereNothingStands) {
          {std::pair{1, 1}, {1, 500}, {500, 1}, {300, 200}, {20000, 300}, {300, 20000}}) {
         const Image image = plainPicture(width, height, 0xFF808080);
         for (const Point point : {Point{0, 0}, Point{width / 2.0, height / 2.0}, Point{-50, 1e9}}) {
-            const auto observations = recognizer().recognize(image, point, 3);
+            const auto observations = sharedRecognizer().recognize(image, point, 3);
             ASSERT_TRUE(observations);
             EXPECT_TRUE(observations->empty());
         }
     }
-    EXPECT_FALSE(recognizer().recognize(Image(), Point{0, 0}, 3));
+    EXPECT_FALSE(sharedRecognizer().recognize(Image(), Point{0, 0}, 3));
     const Point nowhere{std::nan(""), 0};
-    EXPECT_TRUE(recognizer().recognize(plainPicture(50, 50, 0xFFFFFFFF), nowhere, 3));
+    EXPECT_TRUE(sharedRecognizer().recognize(plainPicture(50, 50, 0xFFFFFFFF), nowhere, 3));
 }
 
 TEST(TesseractRecognizer, SurvivesNoise) {
@@ -168,7 +158,7 @@ TEST(TesseractRecognizer, SurvivesNoise) {
         pixel = 0xFF000000U | (random() & 0xFFFFFFU);
     }
     const Image image(900, 500, std::move(pixels));
-    const auto observations = recognizer().recognize(image, Point{450, 250}, 3);
+    const auto observations = sharedRecognizer().recognize(image, Point{450, 250}, 3);
     ASSERT_TRUE(observations);
     for (const TextObservation& observation : *observations) {
         for (const auto& candidate : observation.candidates) {

@@ -107,5 +107,23 @@ TEST(AtSpiPieces, remembersASearchedFocusUntilTheProgramTellsOfAny) {
     EXPECT_FALSE(memory.seen(program, window));
 }
 
+TEST(AtSpiPieces, searchesInVainOnceInAWhile) {
+    AtSpiFocusMemory memory;
+    const auto now = AtSpiFocusMemory::Clock::now();
+    EXPECT_FALSE(memory.searchedInVain(program, window, now));
+    memory.searchInVain(program, window, now);
+    EXPECT_TRUE(memory.searchedInVain(program, window, now + std::chrono::seconds(9)));
+    EXPECT_FALSE(memory.searchedInVain(program, window, now + std::chrono::seconds(11)));
+    EXPECT_FALSE(memory.searchedInVain(program, element, now));  // Another window.
+    memory.tell(element, true);
+    EXPECT_FALSE(memory.searchedInVain(program, window, now));
+    memory.searchInVain(program, window, now);
+    memory.forget(program);
+    EXPECT_FALSE(memory.searchedInVain(program, window, now));
+    memory.searchInVain(program, window, now);
+    memory.forgetAll();
+    EXPECT_FALSE(memory.searchedInVain(program, window, now));
+}
+
 }  // namespace
 }  // namespace velmora

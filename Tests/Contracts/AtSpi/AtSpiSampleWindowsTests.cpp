@@ -2,6 +2,7 @@
 #include <filesystem>
 
 #include "Tests/Contracts/AtSpi/AtSpiToolkitTest.h"
+#include "Tests/Support/TextCapture/ExtractionStage.h"
 
 // Windows of our own with every kind of text that a toolkit has, and one program that does not say
 // where its text stands.
@@ -106,6 +107,26 @@ TEST_F(AtSpiGtk3, keepsPasswordsToItself) {
     EXPECT_FALSE(secret->equals(*label));
     EXPECT_EQ(secret->value(), std::nullopt);
     EXPECT_EQ(secret->stringForRange({0, 2}), std::nullopt);
+}
+
+TEST_F(AtSpiGtk3, isNotAskedWhatItCannotAnswer) {
+    // Over a text, whose ancestors have none, and over a button; twice, since the second extraction
+    // asks ahead of time.
+    const AccessibilityElement::Pointer label = shown("田");
+    const AccessibilityElement::Pointer button = titled("按钮词典");
+    ASSERT_TRUE(label && button);
+    ExtractionServices services = ExtractionStage().services();
+    services.accessibility = {std::shared_ptr<void>(), &bench->system()};
+    const auto extractor = AccessibilityTextExtractor::create(services);
+    for (const auto& element : {label, button, label, button}) {
+        const Point corner = element->position().value_or(Point{});
+        const Size size = element->size().value_or(Size{});
+        const Point capture{corner.x + size.width / 2, corner.y + size.height / 2};
+        extractor->extract({capture.x, 1000 - capture.y}, {}, nullptr);
+    }
+    // The toolkit complains of such questions in the program's log.
+    const std::string log = bench->desktop().log();
+    EXPECT_EQ(log.find("CRITICAL"), std::string::npos) << log;
 }
 
 TEST_F(AtSpiGtk3, findsTheFocusedElement) {

@@ -4,16 +4,10 @@
 #include <cmath>
 
 #include "Tests/Desktop/Support/HoverStage.h"
+#include "Tests/Desktop/Support/LookupExpectations.h"
 
 // The same things are seen of every program. Rectangles are pixels of the X server.
 namespace velmora::test {
-
-namespace {
-
-/// How far the outline may be from the glyphs.
-constexpr double tolerance = 2;
-
-}  // namespace
 
 /// For the messages of failed tests.
 void PrintTo(const ReadProgram& program, std::ostream* stream) {
@@ -53,57 +47,16 @@ class HoverTest : public testing::TestWithParam<ReadProgram> {
     static Hover expectWord(std::size_t line, std::size_t position);
 
     static void expectOutline(const Hover& hover, std::size_t line, const MatchedTextRange& word);
-    static void expectBubbleAbove(const Hover& hover);
-    static void expectDictionaryBelow(const Hover& hover);
 
   private:
     static inline std::unique_ptr<HoverStage> stage_;
     static inline std::string shown_;
 };
 
-/// The program's rectangle of the word: the highlight's frame without its outset.
-Rect outlined(const Hover& hover) {
-    return hover.highlight.value_or(Rect{}).grownBy(-3);
-}
-
 void HoverTest::expectOutline(const Hover& hover, std::size_t line, const MatchedTextRange& word) {
-    ASSERT_TRUE(hover.highlight);
-    const auto first = static_cast<std::size_t>(word.start);
-    const auto count = static_cast<std::size_t>(word.end - word.start);
-    const auto glyphs = stage().glyphs(line, first, count);
-    ASSERT_TRUE(glyphs);
-    const Rect cells = stage().lines().at(line).cells(first, count);
-    const Rect frame = outlined(hover);
-    // Over the whole of the glyphs,
-    EXPECT_LE(frame.minX(), glyphs->minX() + tolerance);
-    EXPECT_GE(frame.maxX(), glyphs->maxX() - tolerance);
-    EXPECT_LE(frame.minY(), glyphs->minY() + tolerance);
-    EXPECT_GE(frame.maxY(), glyphs->maxY() - tolerance);
-    // and over nothing of their neighbours: cells at the sides, half a line above and below.
-    EXPECT_GE(frame.minX(), cells.minX() - tolerance);
-    EXPECT_LE(frame.maxX(), cells.maxX() + tolerance);
-    EXPECT_GE(frame.minY(), cells.minY() - cells.height / 2);
-    EXPECT_LE(frame.maxY(), cells.maxY() + cells.height / 2);
-}
-
-void HoverTest::expectBubbleAbove(const Hover& hover) {
-    ASSERT_TRUE(hover.popover);
-    EXPECT_NEAR(hover.popover->maxY(), outlined(hover).minY() - 16, 1);
-    EXPECT_NEAR(hover.popover->midX(), outlined(hover).midX(), 1);
-    EXPECT_GE(hover.popover->width, 56);
-    EXPECT_LE(hover.popover->width, 260);
-    EXPECT_GE(hover.popover->height, 32);
-    EXPECT_LE(hover.popover->height, 48);
-}
-
-void HoverTest::expectDictionaryBelow(const Hover& hover) {
-    ASSERT_TRUE(hover.popover);
-    EXPECT_NEAR(hover.popover->minY(), outlined(hover).maxY() + 10, 1);
-    EXPECT_NEAR(hover.popover->midX(), outlined(hover).midX(), 1);
-    EXPECT_GE(hover.popover->width, 320);
-    EXPECT_LE(hover.popover->width, 390);
-    EXPECT_GE(hover.popover->height, 180);
-    EXPECT_LE(hover.popover->height, 360);
+    // Programs tell of lines with the room between them.
+    const double room = stage().lines().at(line).cells(0).height / 2;
+    test::expectOutline(stage(), hover, line, word, {.aboveAndBelow = room});
 }
 
 Hover HoverTest::expectWord(std::size_t line, std::size_t position) {
@@ -114,7 +67,7 @@ Hover HoverTest::expectWord(std::size_t line, std::size_t position) {
     EXPECT_EQ(hover.hoveredCharacter(), stage().text().character(line, position));
     EXPECT_EQ(hover.word(), word.matchedText);
     expectOutline(hover, line, word.range);
-    expectBubbleAbove(hover);
+    expectBubbleAbove(stage(), hover);
     return hover;
 }
 
@@ -150,7 +103,7 @@ TEST_P(HoverTest, opensTheDictionaryWhereShiftIsHeldAtTheDwell) {
     EXPECT_EQ(hover.word(), word.matchedText);
     EXPECT_EQ(hover.record.at("match").at("mode"), "dictionary");
     expectOutline(hover, 1, word.range);
-    expectDictionaryBelow(hover);
+    expectDictionaryBelow(stage(), hover);
 }
 
 TEST_P(HoverTest, turnsTheBubbleIntoTheDictionaryWhenShiftIsPressedLater) {
@@ -160,7 +113,7 @@ TEST_P(HoverTest, turnsTheBubbleIntoTheDictionaryWhenShiftIsPressedLater) {
         stage().collectWindows(hover);
         return hover.popover && hover.popover->height >= 180;
     }));
-    expectDictionaryBelow(hover);
+    expectDictionaryBelow(stage(), hover);
     // It stays when the key is let go.
     stage().desktop().releaseKey("Shift_L");
     stage().leave();
@@ -171,7 +124,7 @@ TEST_P(HoverTest, turnsTheBubbleIntoTheDictionaryWhenShiftIsPressedLater) {
 
 TEST_P(HoverTest, hidesWhenThePointerMovesAway) {
     const Hover hover = expectWord(3, 6);
-    const Rect area = outlined(hover);
+    const Rect area = stage().outlined(hover);
     // Within 18 points of the word it stays; the next record is that of a dwell there.
     stage().hover({std::floor(area.midX()), std::floor(area.maxY() + 8)});
     stage().leave();
@@ -201,7 +154,7 @@ TEST_P(HoverTest, looksUpASelectionWordByWord) {
         EXPECT_EQ(hover.record.at("results")[i].at("matchedWord"), words[i].matchedText);
     }
     expectOutline(hover, 2, {1, 6});
-    expectBubbleAbove(hover);
+    expectBubbleAbove(stage(), hover);
     Hover list = hover;
     stage().desktop().pressKey("Shift_L");
     EXPECT_TRUE(stage().desktop().waitUntil([&] {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "Tests/Desktop/Support/HoverStage.h"
+#include "Tests/Desktop/Support/LookupExpectations.h"
 
 namespace velmora::test {
 namespace {
@@ -29,15 +30,7 @@ TEST(PlainText, IsReadFromThePixels) {
         SCOPED_TRACE(word.matchedText + ": " + hover.record.dump() +
                      (hover.word() == word.matchedText ? "" : stage.explain(hover.pointer)));
         ASSERT_EQ(hover.word(), word.matchedText);
-        const auto glyphs =
-            stage.glyphs(line, static_cast<std::size_t>(word.range.start),
-                         static_cast<std::size_t>(word.range.end - word.range.start));
-        ASSERT_TRUE(hover.highlight && glyphs);
-        const Rect frame = hover.highlight->grownBy(-3);
-        EXPECT_LE(frame.minX(), glyphs->minX() + tolerance);
-        EXPECT_GE(frame.maxX(), glyphs->maxX() - tolerance);
-        EXPECT_LE(frame.minY(), glyphs->minY() + tolerance);
-        EXPECT_GE(frame.maxY(), glyphs->maxY() - tolerance);
+        expectOutline(stage, hover, line, word.range, {tolerance, tolerance, tolerance});
     }
 }
 

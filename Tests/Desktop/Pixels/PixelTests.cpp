@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "Tests/Desktop/Support/HoverStage.h"
+#include "Tests/Desktop/Support/LookupExpectations.h"
 #include "Tests/Desktop/Support/PixelPrograms.h"
 
 // The same things are seen of every program. Rectangles are pixels of the X server.
@@ -107,30 +108,9 @@ class PixelTest : public testing::TestWithParam<PixelCase> {
     std::string wrong_;
 };
 
-/// The rectangle of the word as it was read: the highlight's frame without its outset.
-Rect outlined(const Hover& hover) {
-    return hover.highlight.value_or(Rect{}).grownBy(-3);
-}
-
 void PixelTest::expectOutline(const Hover& hover, std::size_t line, const MatchedTextRange& word) {
-    ASSERT_TRUE(hover.highlight);
-    const auto first = static_cast<std::size_t>(word.start);
-    const auto count = static_cast<std::size_t>(word.end - word.start);
-    const auto glyphs = stage().glyphs(line, first, count);
-    ASSERT_TRUE(glyphs);
-    const Rect cells = stage().lines().at(line).cells(first, count);
-    const Rect frame = outlined(hover);
-    // Over the whole of the glyphs,
-    EXPECT_LE(frame.minX(), glyphs->minX() + tolerance);
-    EXPECT_GE(frame.maxX(), glyphs->maxX() - tolerance);
-    EXPECT_LE(frame.minY(), glyphs->minY() + tolerance);
-    EXPECT_GE(frame.maxY(), glyphs->maxY() - tolerance);
-    // and not beyond their cells and the line.
     const double reach = tolerance + GetParam().program.outline;
-    EXPECT_GE(frame.minX(), cells.minX() - reach);
-    EXPECT_LE(frame.maxX(), cells.maxX() + reach);
-    EXPECT_GE(frame.minY(), cells.minY() - reach);
-    EXPECT_LE(frame.maxY(), cells.maxY() + reach);
+    test::expectOutline(stage(), hover, line, word, {tolerance, reach, reach});
 }
 
 void PixelTest::note(const Hover& hover, std::size_t line, std::size_t position) {

@@ -43,7 +43,7 @@ TEST(SessionTest, keepsPanelsOnTheScreenOfTheWord) {
     HoverStage stage(editor(), [] {
         HoverStage::Options options;
         options.window = {800, 60, 760, 700};
-        options.monitors = {"left 800/200x1000/250+0+0", "right 800/200x1000/250+800+0"};
+        options.monitors = {{"left", {0, 0, 800, 1000}}, {"right", {800, 0, 800, 1000}}};
         return options;
     }());
     const Hover first = stage.hover(3, 0);

@@ -13,6 +13,9 @@ namespace {
 
 using Json = nlohmann::json;
 
+/// Points by which the highlight keeps off the characters.
+constexpr double outset = 3;
+
 Json part(const Json& record, const char* key) {
     return record.is_object() && record.contains(key) ? record.at(key) : Json();
 }
@@ -45,31 +48,26 @@ std::string Hover::hoveredCharacter() const {
 HoverStage::HoverStage(const ReadProgram& program) : HoverStage(program, Options{}) {}
 
 HoverStage::HoverStage(const ReadProgram& program, const Options& options)
-    : desktop_(options.desktop) {
+    : desktop_(options.desktop),
+      screens_(
+          {static_cast<double>(options.desktop.width), static_cast<double>(options.desktop.height)},
+          options.monitors),
+      area_(options.window),
+      shown_(program) {
     desktop_.enter();
     if (options.compositor) {
         desktop_.launch({"picom", "--backend", "xrender", "--config", "/dev/null"});
     }
-    divide(options.monitors);
-    area_ = options.window;
-    textOf_ = program.textOf;
+    screens_.divide(desktop_);
     lines_ = show(program, area_, &program_);
     windowId_ = windowOf(*program_).id;
     keepPicture();
-    velmora_ = std::make_unique<RunningVelmora>(desktop_, options.velmora);
+    RunningVelmora::Options velmora = options.velmora;
+    velmora.environment.merge(screens_.environment());
+    velmora_ = std::make_unique<RunningVelmora>(desktop_, velmora);
 }
 
 HoverStage::~HoverStage() = default;
-
-void HoverStage::divide(const std::vector<std::string>& monitors) {
-    for (const std::string& monitor : monitors) {
-        const std::size_t blank = monitor.find(' ');
-        const bool isPrimary = &monitor == &monitors.front();
-        // The display's one output can belong to one of them only.
-        desktop_.run({"xrandr", "--setmonitor", (isPrimary ? "*" : "") + monitor.substr(0, blank),
-                      monitor.substr(blank + 1), isPrimary ? "screen" : "none"});
-    }
-}
 
 std::vector<TextLine> HoverStage::show(const ReadProgram& program, const Rect& area,
                                        ChildProcess** started) {
@@ -137,8 +135,8 @@ std::optional<Rect> HoverStage::glyphs(std::size_t line, std::size_t first,
     const Rect area = lines_.at(line).ink.grownBy(8, 0);
     Image picture = clean_.cropped(static_cast<int>(area.x), static_cast<int>(area.y),
                                    static_cast<int>(area.width), static_cast<int>(area.height));
-    if (textOf_ != nullptr) {
-        picture = textOf_(picture);
+    if (shown_.textOf != nullptr) {
+        picture = shown_.textOf(picture);
     }
     return inkInside(picture, {area.x, area.y}, lines_.at(line).cells(first, count));
 }
@@ -159,6 +157,7 @@ Hover HoverStage::hover(std::size_t line, std::size_t position) {
 Hover HoverStage::hover(Point place) {
     Hover result;
     result.pointer = place;
+    const Point rested = screens_.points(place);
     const std::size_t before = velmora_->records().size();
     const std::size_t momentsBefore = velmora_->moments().size();
     desktop_.movePointer(static_cast<int>(place.x), static_cast<int>(place.y));
@@ -167,8 +166,8 @@ Hover HoverStage::hover(Point place) {
             const std::vector<Json> records = velmora_->records();
             for (std::size_t i = before; i < records.size(); ++i) {
                 const Json& cursor = records[i].at("cursorPoint");
-                if (std::abs(cursor.at("x").get<double>() - place.x) < 1.5 &&
-                    std::abs(clean_.height() - cursor.at("y").get<double>() - place.y) < 2.5) {
+                if (std::abs(cursor.at("x").get<double>() - rested.x) < 1.5 &&
+                    std::abs(cursor.at("y").get<double>() - rested.y) < 2.5) {
                     result.record = records[i];
                 }
             }
@@ -208,19 +207,23 @@ void HoverStage::collectWindows(Hover& hover) const {
     if (!anchor.is_object()) {
         return;
     }
-    const double height = clean_.height();
-    const Rect expected =
-        Rect{anchor.at("x"),
-             height - anchor.at("y").get<double>() - anchor.at("height").get<double>(),
-             anchor.at("width"), anchor.at("height")}
-            .grownBy(3);
+    const Rect expected = screens_.pixels(
+        Rect{anchor.at("x"), anchor.at("y"), anchor.at("width"), anchor.at("height")}.grownBy(
+            outset));
+    const double scale = screens_.monitorAt(hover.pointer).scale;
     for (const VirtualDesktop::Window& window : velmora_->windows()) {
         const Rect& frame = window.client;
-        const bool isHighlight = std::abs(frame.midX() - expected.midX()) < 2 &&
-                                 std::abs(frame.midY() - expected.midY()) < 2 &&
-                                 std::abs(frame.width - expected.width) < 3;
+        const bool isHighlight = std::abs(frame.midX() - expected.midX()) < 2 * scale &&
+                                 std::abs(frame.midY() - expected.midY()) < 2 * scale &&
+                                 std::abs(frame.width - expected.width) < 3 * scale;
         (isHighlight ? hover.highlight : hover.popover) = frame;
     }
+}
+
+Rect HoverStage::outlined(const Hover& hover) const {
+    return hover.highlight
+               ? hover.highlight->grownBy(-outset * screens_.monitorAt(hover.pointer).scale)
+               : Rect{};
 }
 
 bool HoverStage::waitForWindows(std::size_t count) {
@@ -247,6 +250,14 @@ void HoverStage::leave() {
     if (!waitForWindows(0)) {
         throw std::runtime_error("the lookup stays on the screen");
     }
+}
+
+void HoverStage::moveWindow(const Rect& window) {
+    leave();
+    area_ = window;
+    desktop_.placeWindow(windowId_, area_);
+    lines_ = awaitLines(shown_, area_);
+    keepPicture();
 }
 
 void HoverStage::select(std::size_t line, std::size_t first, std::size_t last) {

@@ -10,6 +10,7 @@
 #include "Tests/Desktop/Support/ReadProgram.h"
 #include "Tests/Desktop/Support/RunningVelmora.h"
 #include "Tests/Desktop/Support/SampleText.h"
+#include "Tests/Desktop/Support/StageScreens.h"
 #include "Tests/Desktop/Support/TextLine.h"
 
 namespace velmora::test {
@@ -39,9 +40,9 @@ class HoverStage {
         VirtualDesktop::Options desktop;
         Rect window{200, 120, 1000, 760};  ///< Where the program's window goes.
         bool compositor = false;
-        /// Screens that the display is divided into, each "NAME WIDTH/MMxHEIGHT/MM+X+Y"; the
-        /// first becomes the primary one. The whole display is one screen where there are none.
-        std::vector<std::string> monitors;
+        /// Screens that the display is divided into, the primary one first. The whole display is
+        /// one screen where there are none.
+        std::vector<StageScreens::Monitor> monitors;
         RunningVelmora::Options velmora = {};  ///< How our program is started.
     };
 
@@ -55,6 +56,7 @@ class HoverStage {
     RunningVelmora& velmora() { return *velmora_; }
     ChildProcess& program() { return *program_; }
     const SampleText& text() const { return text_; }
+    const StageScreens& screens() const { return screens_; }
 
     /// Where the lines stand, found in a picture without windows of ours.
     const std::vector<TextLine>& lines() const { return lines_; }
@@ -65,6 +67,10 @@ class HoverStage {
     /// The program's window.
     VirtualDesktop::Window window() const;
 
+    /// The rectangle that is outlined: the highlight's frame without its outset. Empty where no
+    /// highlight is up.
+    Rect outlined(const Hover& hover) const;
+
     /// Rests the pointer there and waits for the record of that dwell and for what it shows.
     Hover hover(Point place);
     Hover hover(std::size_t line, std::size_t position);
@@ -74,6 +80,9 @@ class HoverStage {
 
     /// Moves the pointer to a place without text and waits until nothing of ours is shown.
     void leave();
+
+    /// Puts the program's window there, with nothing of ours on the screen.
+    void moveWindow(const Rect& window);
 
     /// A place of the program's window that is far from the text.
     Point blankPlace() const;
@@ -93,18 +102,18 @@ class HoverStage {
 
   private:
     VirtualDesktop::Window windowOf(const ChildProcess& program);
-    void divide(const std::vector<std::string>& monitors);
     std::vector<TextLine> awaitLines(const ReadProgram& program, const Rect& area);
     void keepPicture();
 
     SampleText text_;
     VirtualDesktop desktop_;
+    StageScreens screens_;
     ChildProcess* program_ = nullptr;
     std::uint64_t windowId_ = 0;
     Rect area_;
     std::vector<TextLine> lines_;
     Image clean_;
-    Image (*textOf_)(const Image& picture) = nullptr;  ///< Of the first program.
+    ReadProgram shown_;  ///< The first program.
     std::unique_ptr<RunningVelmora> velmora_;
 };
 

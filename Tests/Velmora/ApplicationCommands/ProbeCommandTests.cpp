@@ -38,9 +38,10 @@ class ProbeCommand : public ::testing::Test {
                 ++opened;
                 ExtractionServices services = stage.services();
                 services.queue = std::make_shared<InlineQueue>();
-                return ProbeServices{
-                    services, std::make_shared<FixedGeometry>(
-                                  std::vector<ScreenLayout>{{1, {0, 0, 1600, 1000}, 2, {}}})};
+                return ProbeServices{services,
+                                     std::make_shared<FixedGeometry>(
+                                         std::vector<ScreenLayout>{{1, {0, 0, 1600, 1000}, 2, {}}}),
+                                     accessibilityGranted};
             },
             call.streams);
         out = call.out.str();
@@ -53,6 +54,7 @@ class ProbeCommand : public ::testing::Test {
     std::string out;
     std::string err;
     int opened = 0;
+    bool accessibilityGranted = true;
 };
 
 TEST_F(ProbeCommand, PrintsTheProbeInNativePixels) {
@@ -72,6 +74,18 @@ TEST_F(ProbeCommand, PrintsNullWhereNothingIs) {
     EXPECT_EQ(run({"--at=10,10"}), 1);
     EXPECT_EQ(out, "");
     EXPECT_EQ(err, "velmora: nothing readable at 10,10\n");
+}
+
+TEST_F(ProbeCommand, SaysWhereNothingCanBeReadAnywhere) {
+    stage.accessibility->element = nullptr;
+    accessibilityGranted = false;
+    EXPECT_EQ(run({"--at=10,10", "--json"}), 1);
+    EXPECT_EQ(out, "null\n");
+    EXPECT_NE(err.find("accessibility is off"), std::string::npos);
+    EXPECT_EQ(run({"--at=10,10"}), 1);
+    EXPECT_EQ(out, "");
+    EXPECT_NE(err.find("velmora doctor"), std::string::npos);
+    EXPECT_EQ(err.find("nothing readable"), std::string::npos);
 }
 
 TEST_F(ProbeCommand, NamesEveryWay) {

@@ -15,6 +15,7 @@ namespace velmora {
 namespace {
 
 constexpr auto longestLoading = std::chrono::seconds(10);
+constexpr auto longestConnecting = std::chrono::seconds(2);
 
 }  // namespace
 
@@ -62,7 +63,8 @@ ProbeServices CommandDesktop::probeServices() const {
                            .clock = clock_,
                            .queue = queue_,
                            .mainQueue = mainQueue_},
-            .screenGeometry = backends_.screenGeometry};
+            .screenGeometry = backends_.screenGeometry,
+            .accessibilityGranted = backends_.waitForAccessibility(longestConnecting)};
 }
 
 RecognizeServices CommandDesktop::recognizeServices() const {

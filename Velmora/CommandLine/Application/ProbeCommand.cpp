@@ -37,6 +37,19 @@ std::optional<TextProbe> extractOnQueue(const ExtractionServices& services, Poin
     return answer.get();
 }
 
+void sayNothingReadable(const std::string& place, bool json, bool accessibilityGranted,
+                        CommandStreams& streams) {
+    if (json) {
+        streams.out << "null\n";
+    }
+    if (!accessibilityGranted) {
+        streams.err << "velmora: accessibility is off or its bus cannot be reached; velmora doctor "
+                       "tells what to do\n";
+    } else if (!json) {
+        streams.err << "velmora: nothing readable at " << place << '\n';
+    }
+}
+
 }  // namespace
 
 std::string_view probeHelp() {
@@ -82,11 +95,7 @@ int runProbeCommand(std::span<const std::string> arguments,
         recording->save(*recordingFolder, probe, LookupEngine(store));
     }
     if (!probe || !report.path()) {
-        if (json) {
-            streams.out << "null\n";
-        } else {
-            streams.err << "velmora: nothing readable at " << *at << '\n';
-        }
+        sayNothingReadable(*at, json, services.accessibilityGranted, streams);
         return exitNothing;
     }
     const auto anchor = probe->anchorRect

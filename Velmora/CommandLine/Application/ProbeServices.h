@@ -12,6 +12,7 @@ namespace velmora {
 struct ProbeServices {
     ExtractionServices extraction;
     std::shared_ptr<ScreenGeometrySource> screenGeometry;
+    bool accessibilityGranted = true;  ///< Without it nothing can be read anywhere.
 };
 
 }  // namespace velmora

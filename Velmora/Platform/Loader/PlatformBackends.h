@@ -38,6 +38,9 @@ struct PlatformBackends {
     std::shared_ptr<TextRecognizer> textRecognizer;
     std::shared_ptr<TextRectangleDetector> textRectangleDetector;
 
+    /// Waits until it is known whether other programs' texts can be read; whether they can.
+    std::function<bool(std::chrono::milliseconds)> waitForAccessibility =
+        [](std::chrono::milliseconds) { return true; };
     /// Begins to load the languages of recognition in the background, and the words of this
     /// dictionary, which may be null. Main thread, once.
     std::function<void(std::shared_ptr<const DictionaryStore>)> startRecognition =

@@ -34,6 +34,10 @@ PlatformBackends loadX11Platform() {
         std::make_shared<AtSpiSystem>(accessibilityBus, *backends.windows, *screens);
     backends.permissions = std::make_shared<DesktopPermissions>(
         accessibilityBus, [possible = X11ScreenCapture::isPossible()] { return possible; });
+    backends.waitForAccessibility = [accessibilityBus](std::chrono::milliseconds patience) {
+        accessibilityBus->awaitConnection(patience);
+        return accessibilityBus->grant().isGiven();
+    };
     addRecognition(backends);
     return backends;
 }

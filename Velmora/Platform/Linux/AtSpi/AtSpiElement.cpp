@@ -64,7 +64,7 @@ AccessibilityElement::Pointer AtSpiElement::parent() const {
             }
             const QList<QDBusMessage> replies =
                 bus.callAll({atspirequest::role(*parent)}, deadline,
-                            {atspirequest::parent(*parent), atspirequest::characterCount(*parent)});
+                            {atspirequest::parent(*parent), atspirequest::interfaces(*parent)});
             const auto role = atspireply::unsignedInteger(replies.first());
             const bool isProgram = role == static_cast<std::uint32_t>(AtSpiRole::application);
             return role && !isProgram ? parent : std::nullopt;

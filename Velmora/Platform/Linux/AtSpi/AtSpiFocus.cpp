@@ -77,8 +77,14 @@ std::optional<AtSpiObject> findAtSpiFocus(AtSpiBus& bus, const AtSpiApplication&
         return seen;
     }
     std::optional<AtSpiObject> found = amongLikely(bus, window, deadline);
-    if (!found) {
+    // Walks through great windows take what a hover may spend on the focus, and all for nothing
+    // where nothing has it.
+    const auto now = AtSpiFocusMemory::Clock::now();
+    if (!found && !bus.focus().searchedInVain(program, window, now)) {
         found = walk(bus, window, deadline);
+        if (!found) {
+            bus.focus().searchInVain(program, window, now);
+        }
     }
     if (found) {
         bus.focus().see(program, window, *found);

@@ -6,6 +6,7 @@ namespace velmora {
 namespace {
 
 constexpr qsizetype programLimit = 256;
+constexpr auto vainSearchHolds = std::chrono::seconds(10);
 
 }  // namespace
 
@@ -16,6 +17,7 @@ std::optional<AtSpiObject> AtSpiFocusMemory::told(const QString& program) const 
 
 void AtSpiFocusMemory::tell(const AtSpiObject& object, bool hasFocus) {
     seen_.remove(object.bus);
+    vain_.remove(object.bus);
     if (!hasFocus) {
         if (told(object.bus) == object) {
             told_.remove(object.bus);
@@ -39,14 +41,30 @@ void AtSpiFocusMemory::see(const QString& program, const AtSpiObject& window,
     }
 }
 
+bool AtSpiFocusMemory::searchedInVain(const QString& program, const AtSpiObject& window,
+                                      Clock::time_point now) const {
+    const auto found = vain_.constFind(program);
+    return found != vain_.constEnd() && found->window == window &&
+           now - found->when < vainSearchHolds;
+}
+
+void AtSpiFocusMemory::searchInVain(const QString& program, const AtSpiObject& window,
+                                    Clock::time_point now) {
+    if (vain_.size() < programLimit || vain_.contains(program)) {
+        vain_.insert(program, {window, now});
+    }
+}
+
 void AtSpiFocusMemory::forget(const QString& program) {
     told_.remove(program);
     seen_.remove(program);
+    vain_.remove(program);
 }
 
 void AtSpiFocusMemory::forgetAll() {
     told_.clear();
     seen_.clear();
+    vain_.clear();
     likely_.clear();
 }
 

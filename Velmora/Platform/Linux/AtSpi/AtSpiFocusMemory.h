@@ -4,6 +4,7 @@
 #include <QHash>
 #include <QList>
 #include <QString>
+#include <chrono>
 #include <optional>
 #include <utility>
 
@@ -15,6 +16,8 @@ namespace velmora {
 /// thread only.
 class AtSpiFocusMemory {
   public:
+    using Clock = std::chrono::steady_clock;
+
     /// The object that last got the focus, by the program's own signals since we listen.
     std::optional<AtSpiObject> told(const QString& program) const;
     void tell(const AtSpiObject& object, bool hasFocus);
@@ -23,6 +26,12 @@ class AtSpiFocusMemory {
     /// but not every program sends them.
     std::optional<AtSpiObject> seen(const QString& program, const AtSpiObject& window) const;
     void see(const QString& program, const AtSpiObject& window, const AtSpiObject& object);
+
+    /// Whether a search in this window found nothing a short while ago, and no signal of this
+    /// program came since. Not every program sends signals, so that this does not hold for long.
+    bool searchedInVain(const QString& program, const AtSpiObject& window,
+                        Clock::time_point now) const;
+    void searchInVain(const QString& program, const AtSpiObject& window, Clock::time_point now);
 
     /// Where to look first in this extraction: the elements under the pointer, window first.
     const QList<AtSpiObject>& likely() const { return likely_; }
@@ -36,7 +45,12 @@ class AtSpiFocusMemory {
         AtSpiObject window;
         AtSpiObject object;
     };
+    struct VainSearch {
+        AtSpiObject window;
+        Clock::time_point when;
+    };
     QHash<QString, AtSpiObject> told_;
+    QHash<QString, VainSearch> vain_;
     QHash<QString, Sight> seen_;
     QList<AtSpiObject> likely_;
 };

@@ -20,18 +20,10 @@ constexpr int childrenPerScan = 100;
 constexpr int enclosingLimit = 3;
 constexpr int rootPaneSearchLimit = 16;
 
-const QString textInterface = QStringLiteral("org.a11y.atspi.Text");
-
 /// What is asked of every element that is found, sooner or later.
 QList<QDBusMessage> basics(const AtSpiObject& object) {
-    return {atspirequest::interfaces(object),     atspirequest::characterCount(object),
-            atspirequest::role(object),           atspirequest::parent(object),
-            atspirequest::selectionCount(object), atspirequest::selection(object, 0)};
-}
-
-bool isEmptyText(const QDBusMessage& interfaces, const QDBusMessage& count) {
-    return !atspireply::names(interfaces).contains(textInterface) ||
-           atspireply::integerProperty(count).value_or(0) <= 0;
+    return {atspirequest::interfaces(object), atspirequest::role(object),
+            atspirequest::parent(object)};
 }
 
 }  // namespace
@@ -165,23 +157,14 @@ AtSpiSpace AtSpiHitTest::spaceOf(const AtSpiObject& object, const AtSpiSpace& wi
 }
 
 AtSpiHit AtSpiHitTest::withEnclosingText(AtSpiHit hit, Point capture) {
-    const QList<QDBusMessage> replies =
-        bus_.callAll({atspirequest::interfaces(hit.object),
-                      atspirequest::characterCount(hit.object), atspirequest::role(hit.object)},
-                     deadline_);
-    const bool isEmpty = isEmptyText(replies.at(0), replies.at(1));
+    const bool isEmpty = !hasText(hit.object);
     if (toolkit_ == AtSpiToolkit::qt && isEmpty) {
         // The viewport of a text lies over it and knows nothing.
         const std::optional<AtSpiObject> parent = parentOf(hit.object);
-        if (parent) {
-            const QList<QDBusMessage> about = bus_.callAll(
-                {atspirequest::interfaces(*parent), atspirequest::characterCount(*parent)},
-                deadline_);
-            return isEmptyText(about.at(0), about.at(1)) ? hit : AtSpiHit{*parent, hit.space};
-        }
+        return parent && hasText(*parent) ? AtSpiHit{*parent, hit.space} : hit;
     }
     if (toolkit_ == AtSpiToolkit::chromium && !isEmpty &&
-        atspireply::unsignedInteger(replies.at(2)) ==
+        atspireply::unsignedInteger(bus_.call(atspirequest::role(hit.object), deadline_)) ==
             static_cast<std::uint32_t>(AtSpiRole::staticText)) {
         // Runs of one format are elements of their own; the paragraph has the words across them.
         for (int i = 0; i < enclosingLimit; ++i) {
@@ -195,7 +178,25 @@ AtSpiHit AtSpiHitTest::withEnclosingText(AtSpiHit hit, Point capture) {
     return hit;
 }
 
+bool AtSpiHitTest::hasText(const AtSpiObject& object) {
+    const QDBusMessage interfaces =
+        bus_.callAll({atspirequest::interfaces(object)}, deadline_,
+                     {atspirequest::role(object), atspirequest::parent(object)})
+            .first();
+    if (!atspireply::offersText(interfaces)) {
+        return false;
+    }
+    const QDBusMessage count =
+        bus_.callAll({atspirequest::characterCount(object)}, deadline_,
+                     {atspirequest::selectionCount(object), atspirequest::selection(object, 0)})
+            .first();
+    return atspireply::integerProperty(count).value_or(0) > 0;
+}
+
 bool AtSpiHitTest::showsTextAt(const AtSpiObject& object, const AtSpiSpace& space, Point capture) {
+    if (!atspireply::offersText(bus_.call(atspirequest::interfaces(object), deadline_))) {
+        return false;
+    }
     const std::optional<int> offset = atspireply::integer(
         bus_.call(atspirequest::offsetAtPoint(object, space, capture), deadline_));
     if (!offset || *offset < 0 || *offset > std::numeric_limits<int>::max() - 1) {

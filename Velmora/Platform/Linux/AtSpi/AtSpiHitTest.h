@@ -40,6 +40,7 @@ class AtSpiHitTest {
     bool isShown(std::uint64_t states) const;
     AtSpiSpace spaceBelow(const AtSpiHit& parent, const AtSpiObject& child);
     AtSpiHit withEnclosingText(AtSpiHit hit, Point capture);
+    bool hasText(const AtSpiObject& object);
     bool showsTextAt(const AtSpiObject& object, const AtSpiSpace& space, Point capture);
     std::optional<AtSpiObject> parentOf(const AtSpiObject& object);
 

@@ -137,6 +137,10 @@ QStringList names(const QDBusMessage& reply) {
     return hasSignature(reply, "as") ? reply.arguments().at(0).toStringList() : QStringList();
 }
 
+bool offersText(const QDBusMessage& interfaces) {
+    return names(interfaces).contains(QLatin1String("org.a11y.atspi.Text"));
+}
+
 std::uint64_t states(const QDBusMessage& reply) {
     if (!hasSignature(reply, "au")) {
         return 0;

@@ -33,6 +33,10 @@ QList<AtSpiObject> objects(const QDBusMessage& reply, int limit);
 
 QStringList names(const QDBusMessage& reply);
 
+/// Whether an object that names these interfaces has a text. Others must not be asked about it:
+/// some toolkits complain of each such question in their program's log.
+bool offersText(const QDBusMessage& interfaces);
+
 /// The states as bits.
 std::uint64_t states(const QDBusMessage& reply);
 

@@ -12,12 +12,17 @@ constexpr std::chrono::milliseconds promptWait{200};
 
 AtSpiService::AtSpiService() {
     worker_.post([this] { core_ = std::make_unique<Core>(grant_); });
-    worker_.run<bool>(firstWait, [] { return true; });
+    awaitConnection(firstWait);
 }
 
 AtSpiService::~AtSpiService() {
     // What was made on the worker thread ends there; its calls are bounded, so this wait is.
     worker_.finish([this] { core_.reset(); });
+}
+
+void AtSpiService::awaitConnection(std::chrono::milliseconds patience) {
+    // Jobs run in order, and the first one connects.
+    worker_.run<bool>(patience, [] { return true; });
 }
 
 bool AtSpiService::switchOn() {

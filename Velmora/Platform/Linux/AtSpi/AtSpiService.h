@@ -32,6 +32,9 @@ class AtSpiService {
 
     const AtSpiGrant& grant() const { return grant_; }
 
+    /// Waits until the first attempt to connect is over, or for this long.
+    void awaitConnection(std::chrono::milliseconds patience);
+
     /// Switches accessibility on and tells whether the grant is given then, after 200 ms at most.
     bool switchOn();
 

@@ -35,15 +35,19 @@ bool isPassword(const AtSpiElementState& state) {
 }  // namespace
 
 bool AtSpiTextReader::learn() {
-    if (!state_.isLearnt) {
-        const QList<QDBusMessage> replies = bus_.callAll(
-            {atspirequest::characterCount(state_.object), atspirequest::role(state_.object)},
-            deadline_);
-        state_.role = atspireply::unsignedInteger(replies.at(1)).value_or(0);
-        // Passwords are nobody's reading matter.
-        state_.characterCount =
-            isPassword(state_) ? -1 : atspireply::integerProperty(replies.at(0)).value_or(-1);
-        state_.isLearnt = !atspireply::isTimeout(replies.at(0));
+    if (state_.isLearnt) {
+        return state_.characterCount > 0;
+    }
+    const QList<QDBusMessage> replies = bus_.callAll(
+        {atspirequest::interfaces(state_.object), atspirequest::role(state_.object)}, deadline_);
+    state_.role = atspireply::unsignedInteger(replies.at(1)).value_or(0);
+    state_.isLearnt = !atspireply::isTimeout(replies.at(0));
+    // Passwords are nobody's reading matter.
+    if (atspireply::offersText(replies.at(0)) && !isPassword(state_)) {
+        const QDBusMessage count =
+            bus_.call(atspirequest::characterCount(state_.object), deadline_);
+        state_.characterCount = atspireply::integerProperty(count).value_or(-1);
+        state_.isLearnt = !atspireply::isTimeout(count);
     }
     return state_.characterCount > 0;
 }

@@ -100,22 +100,25 @@ IdleFigures measureIdle(int seconds) {
 }
 
 void printTable(const std::vector<ProgramFigures>& figures) {
-    std::puts("| program | toolkit | words right | median | p95 | start to ready | memory |");
-    std::puts("|---|---|--:|--:|--:|--:|--:|");
+    std::puts(
+        "| program | toolkit | words right | first | median | p95 | start to ready | memory |");
+    std::puts("|---|---|--:|--:|--:|--:|--:|--:|");
     std::vector<double> all;
     for (const ProgramFigures& each : figures) {
         if (!each.failure.empty()) {
-            std::printf("| %s | %s | failed | | | | |\n", each.name.c_str(), each.toolkit.c_str());
+            std::printf("| %s | %s | failed | | | | | |\n", each.name.c_str(),
+                        each.toolkit.c_str());
             continue;
         }
         all.insert(all.end(), each.milliseconds.begin(), each.milliseconds.end());
-        std::printf("| %s | %s | %d of %d | %.0f ms | %.0f ms | %.0f ms | %.0f MB |\n",
+        std::printf("| %s | %s | %d of %d | %.0f ms | %.0f ms | %.0f ms | %.0f ms | %.0f MB |\n",
                     each.name.c_str(), each.toolkit.c_str(), each.right, each.hovers,
+                    each.milliseconds.empty() ? 0 : each.milliseconds.front(),
                     quantile(each.milliseconds, 0.5), quantile(each.milliseconds, 0.95),
                     each.readyMilliseconds, each.residentMegabytes);
     }
     if (figures.size() > 1) {
-        std::printf("| all | | | %.0f ms | %.0f ms | | |\n", quantile(all, 0.5),
+        std::printf("| all | | | | %.0f ms | %.0f ms | | |\n", quantile(all, 0.5),
                     quantile(all, 0.95));
     }
 }

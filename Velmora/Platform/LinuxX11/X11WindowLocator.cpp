@@ -57,7 +57,7 @@ struct X11WindowLocator::Parts {
     std::optional<X11TopLevel> uppermost(Point point);
     bool isHit(const X11TopLevel& window, Point point);
     bool shapeHolds(const X11TopLevel& window, Point point,
-                    xcb_shape_get_rectangles_cookie_t asked);
+                    xcb_shape_get_rectangles_cookie_t asked) const;
     std::optional<WindowInfo> describe(const Rect& frame, xcb_window_t client);
     std::optional<WindowInfo> describeTopLevel(const X11TopLevel& window, Point point);
     xcb_window_t activeWindow();
@@ -70,7 +70,7 @@ struct X11WindowLocator::Parts {
 };
 
 bool X11WindowLocator::Parts::shapeHolds(const X11TopLevel& window, Point point,
-                                         xcb_shape_get_rectangles_cookie_t asked) {
+                                         xcb_shape_get_rectangles_cookie_t asked) const {
     const auto reply = xcbOwned(xcb_shape_get_rectangles_reply(connection.get(), asked, nullptr));
     if (!reply) {
         return false;

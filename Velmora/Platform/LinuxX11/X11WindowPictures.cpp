@@ -33,6 +33,7 @@ std::vector<X11TopLevel> X11WindowPictures::candidates(const Rect& area) {
     std::erase_if(windows,
                   [&](const X11TopLevel& window) { return !window.frame().intersects(area); });
     std::vector<xcb_window_t> ids;
+    ids.reserve(windows.size());
     for (const X11TopLevel& window : windows) {
         ids.push_back(window.id);
     }
@@ -61,7 +62,8 @@ std::vector<X11WindowPicture> X11WindowPictures::take(const Rect& area) {
     const bool blends = opacity_.isCompositing();
     // The last answer first, so that all of them are there after one wait.
     for (auto one = asked.rbegin(); one != asked.rend(); ++one) {
-        // A compositing manager's own output window has no picture and fails here, too.
+        // Fails for windows that went away meanwhile, and for those that are not redirected, like
+        // the overlay window that a compositing manager draws on.
         one->isNamed = !xcbOwned(xcb_request_check(c, one->named));
         const auto shape = xcbOwned(xcb_shape_query_extents_reply(c, one->shape, nullptr));
         const std::uint32_t opacity = opacity_.answer(one->opacity);

@@ -13,9 +13,9 @@ namespace velmora {
 /// the space that they are in, so that the same can be asked of another place.
 struct AtSpiQuestion {
     // Implicit: most calls know no place and are written as they are.
-    AtSpiQuestion(QDBusMessage call) : message(std::move(call)) {}
-    AtSpiQuestion(QDBusMessage call, AtSpiSpace placeSpace)
-        : message(std::move(call)), space(std::move(placeSpace)) {}
+    AtSpiQuestion(const QDBusMessage& call) : message(call) {}
+    AtSpiQuestion(const QDBusMessage& call, AtSpiSpace placeSpace)
+        : message(call), space(std::move(placeSpace)) {}
 
     QDBusMessage message;
     std::optional<AtSpiSpace> space;

@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 #include <signal.h>
 
+#include <stdexcept>
+
 #include "Tests/Contracts/AtSpi/AtSpiBench.h"
 #include "Velmora/Platform/Linux/AtSpi/AtSpiPermission.h"
 #include "Velmora/Platform/Linux/AtSpi/AtSpiService.h"
@@ -46,6 +48,19 @@ std::string accessibilityAddress(VirtualDesktop& desktop) {
     return rest.substr(0, rest.find('"'));
 }
 
+/// Who answers for the accessibility bus now; empty where nobody does. Starts nobody.
+std::string launcher(VirtualDesktop& desktop) {
+    try {
+        return replyAfter(
+            desktop,
+            {"dbus-send", "--session", "--print-reply", std::string("--dest=") + daemonName,
+             "/org/freedesktop/DBus", "org.freedesktop.DBus.GetNameOwner", "string:org.a11y.Bus"},
+            "string \"");
+    } catch (const std::runtime_error&) {
+        return "";  // The daemon's answer where the name has no owner is an error.
+    }
+}
+
 void startSample(AtSpiBench& bench, const ChildProcess::Environment& extra = {}) {
     bench.start({std::string(VELMORA_BUILD_FOLDER) + "/velmora_hostile_program", "honest"}, extra);
     ASSERT_NE(bench.elementShowing("词典"), nullptr);
@@ -58,6 +73,8 @@ TEST(AtSpiBusLife, readsAgainAfterTheAccessibilityBusDied) {
     ASSERT_NE(element, nullptr);
     ASSERT_TRUE(element->boundsForRange({0, 1}).has_value());
 
+    const std::string before = launcher(bench.desktop());
+    ASSERT_FALSE(before.empty());
     killBus(bench.desktop(), accessibilityAddress(bench.desktop()));
     ASSERT_TRUE(bench.desktop().waitUntil([&] { return !bench.isTrusted(); }));
     EXPECT_EQ(element->boundsForRange({0, 1}), std::nullopt);
@@ -67,6 +84,8 @@ TEST(AtSpiBusLife, readsAgainAfterTheAccessibilityBusDied) {
     EXPECT_EQ(bench.system().focusedElement(), nullptr);
     bench.desktop().stop(bench.program());
 
+    // The launcher ends with its bus; what it is still told in between goes with it.
+    ASSERT_TRUE(bench.desktop().waitUntil([&] { return launcher(bench.desktop()) != before; }));
     setEnabled(bench.desktop(), true);
     ASSERT_TRUE(bench.desktop().waitUntil([&] { return bench.isTrusted(); }));
     startSample(bench);

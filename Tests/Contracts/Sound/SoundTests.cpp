@@ -60,7 +60,7 @@ TEST_F(SoundTest, WhatIsHeardIsTheWordInTheVoiceThatReadsHanziALittleSlower) {
     const std::size_t before = daemon.heard().size();
     service.speak("学习中文");
     const Samples sound = daemon.nextSound(before);
-    ASSERT_FALSE(sound.empty());
+    ASSERT_FALSE(sound.empty()) << daemon.account();
     EXPECT_TRUE(isWord(sound, "学习中文"));
     const double own = apart(sound, render("学习中文"));
     EXPECT_LT(own, 0.7 * apart(sound, render("学习中文", "cmn"))) << "another voice";
@@ -73,7 +73,7 @@ TEST_F(SoundTest, WhatIsHeardIsTheWordInTheVoiceThatReadsHanziALittleSlower) {
 TEST_F(SoundTest, TheFirstUtteranceIsCutOffAndTheSecondIsHeardWhole) {
     const std::size_t before = daemon.heard().size();
     service.speak(sentence);
-    ASSERT_TRUE(daemon.isHeard(before));
+    ASSERT_TRUE(daemon.isHeard(before)) << daemon.account();
     service.speak("图书馆里");
     const Samples sound = daemon.nextSound(before);
     EXPECT_LT(seconds(sound), seconds(render(sentence))) << "the sentence was not cut off";
@@ -83,13 +83,13 @@ TEST_F(SoundTest, TheFirstUtteranceIsCutOffAndTheSecondIsHeardWhole) {
 TEST_F(SoundTest, ADaemonThatIsKilledInMidWordSpeaksTheNextWordOnceItIsBack) {
     const std::size_t before = daemon.heard().size();
     service.speak(sentence);
-    ASSERT_TRUE(daemon.isHeard(before));
+    ASSERT_TRUE(daemon.isHeard(before)) << daemon.account();
     daemon.kill();
     daemon.start();
     const std::size_t later = daemon.heard().size();
     service.speak("学习中文");
     const Samples sound = daemon.nextSound(later);
-    ASSERT_FALSE(sound.empty());
+    ASSERT_FALSE(sound.empty()) << daemon.account();
     EXPECT_TRUE(isWord(endLike(sound, "学习中文"), "学习中文"));
 }
 

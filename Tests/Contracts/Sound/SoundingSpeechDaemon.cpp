@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "Tests/Contracts/Sound/SoundingSpeechDaemon.h"
 
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
@@ -33,10 +37,40 @@ std::string contentOf(const std::filesystem::path& path) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
+/// Whether somebody listens there: a server's socket has its name before it listens.
+bool isListening(const std::string& path) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    if (path.size() >= sizeof address.sun_path) {
+        return false;
+    }
+    std::memcpy(address.sun_path, path.data(), path.size());
+    const int connection = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    const bool isReached =
+        ::connect(connection, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+    ::close(connection);
+    return isReached;
+}
+
+/// What sounds, without the silence around it and in it. A busy machine does not always feed its
+/// sound server in time, and what it owes is silence of any length between two samples.
 Samples withoutSilence(const Samples& samples) {
-    const auto first = std::ranges::find_if(samples, isLoud);
-    const auto last = std::find_if(samples.rbegin(), samples.rend(), isLoud).base();
-    return first < last ? Samples(first, last) : Samples();
+    constexpr std::size_t shortestGap = SoundingSpeechDaemon::rate / 100;
+    Samples sound;
+    std::size_t silent = 0;
+    for (const std::int16_t sample : samples) {
+        sound.push_back(sample);
+        silent = isLoud(sample) ? 0 : silent + 1;
+        if (silent == shortestGap) {
+            sound.resize(sound.size() - silent);
+        } else if (silent > shortestGap) {
+            sound.pop_back();
+        }
+    }
+    if (silent < shortestGap) {
+        sound.resize(sound.size() - silent);
+    }
+    return sound;
 }
 
 }  // namespace
@@ -57,7 +91,7 @@ SoundingSpeechDaemon::SoundingSpeechDaemon() {
          "module-null-sink sink_name=out rate=" + std::to_string(rate) + " channels=1 format=s16le",
          "-L", "module-native-protocol-unix auth-anonymous=1 socket=" + socket},
         "sound-server.log");
-    if (!waitUntil([&] { return std::filesystem::exists(socket); })) {
+    if (!waitUntil([&] { return isListening(socket); })) {
         throw std::runtime_error("pulseaudio does not start: " +
                                  contentOf(folder_ / "sound-server.log"));
     }
@@ -112,7 +146,7 @@ void SoundingSpeechDaemon::start() {
     daemon_ = launch({"speech-dispatcher", "-s", "-c", "unix_socket", "-S", inFolder("socket"),
                       "-C", inFolder("conf"), "-P", inFolder("pid"), "-L", inFolder("log")},
                      "daemon.log");
-    if (!waitUntil([&] { return std::filesystem::exists(folder_ / "socket"); })) {
+    if (!waitUntil([&] { return isListening(inFolder("socket")); })) {
         throw std::runtime_error("speech-dispatcher does not start: " +
                                  contentOf(folder_ / "daemon.log"));
     }
@@ -121,6 +155,11 @@ void SoundingSpeechDaemon::start() {
 void SoundingSpeechDaemon::kill() {
     daemon_->kill();
     daemon_.reset();
+}
+
+std::string SoundingSpeechDaemon::account() const {
+    return contentOf(folder_ / "daemon.log") + contentOf(folder_ / "log/speech-dispatcher.log") +
+           contentOf(folder_ / "log/espeak-ng.log") + contentOf(folder_ / "sound-server.log");
 }
 
 Samples SoundingSpeechDaemon::heard() const {

@@ -33,17 +33,21 @@ class SoundingSpeechDaemon {
     Samples heard() const;
 
     /// Waits until a sound is heard after this many samples, and then until it has been silent for
-    /// this long; gives the sound without the silence around it. Empty where none comes.
+    /// this long; gives the sound without the silence around it and in it. Empty where none comes.
     Samples nextSound(std::size_t after,
                       std::chrono::milliseconds silence = std::chrono::milliseconds(700)) const;
     /// Waits until a sound is heard after this many samples.
     bool isHeard(std::size_t after) const;
 
-    /// What the synthesiser makes of a text by itself, at so many words a minute.
+    /// What the synthesiser makes of a text by itself, at so many words a minute; no silence in it.
     Samples rendered(const std::string& text, const std::string& voice, int wordsPerMinute) const;
 
     void kill();
     void start();
+
+    /// What the daemon, the synthesiser and the sound server say of themselves, for the messages of
+    /// failed tests.
+    std::string account() const;
 
   private:
     std::string inFolder(const char* name) const { return (folder_ / name).string(); }

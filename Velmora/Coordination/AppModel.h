@@ -150,6 +150,9 @@ class AppModel final : public QObject {
 
     // The lookup.
     bool isReadingPopover(Point point) const;
+    /// Shows where the word stands, or nothing of it where nobody knows, and gives the anchor of
+    /// what is shown above.
+    Rect outline(const std::optional<Rect>& word, Point point);
     void presentHoveredText(const TextProbe& probe, Point point, bool shift);
     void presentSelectedText(const TextProbe& probe, Point point, bool shift);
     void presentMiss(std::string_view event, std::string_view status, std::string_view reason,

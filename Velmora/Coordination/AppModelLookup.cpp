@@ -100,6 +100,15 @@ void AppModel::presentMiss(std::string_view event, std::string_view status, std:
     hideOverlays();
 }
 
+Rect AppModel::outline(const std::optional<Rect>& word, Point point) {
+    if (word) {
+        services_.highlight.show(*word);
+    } else {
+        services_.highlight.orderOut();
+    }
+    return word.value_or(pointAnchor(point));
+}
+
 void AppModel::presentHoveredText(const TextProbe& probe, Point point, bool shift) {
     const auto result = services_.lookupEngine.lookup(probe.text, probe.hoveredCharacterOffset);
     if (!result) {
@@ -107,13 +116,7 @@ void AppModel::presentHoveredText(const TextProbe& probe, Point point, bool shif
                     "no dictionary match under cursor", &probe, point);
         return;
     }
-    const auto outlined = highlightRect(probe, result->range);
-    if (outlined) {
-        services_.highlight.show(*outlined);
-    } else {
-        services_.highlight.orderOut();
-    }
-    const Rect anchor = outlined.value_or(pointAnchor(point));
+    const Rect anchor = outline(highlightRect(probe, result->range), point);
     services_.qaLog.record({.event = "lookup",
                             .cursorPoint = point,
                             .probe = &probe,
@@ -138,13 +141,7 @@ void AppModel::presentSelectedText(const TextProbe& probe, Point point, bool shi
                     "no dictionary matches in selection", &probe, point);
         return;
     }
-    const auto outlined = finite(probe.anchorRect);
-    if (outlined) {
-        services_.highlight.show(*outlined);
-    } else {
-        services_.highlight.orderOut();
-    }
-    const Rect anchor = outlined.value_or(pointAnchor(point));
+    const Rect anchor = outline(finite(probe.anchorRect), point);
     services_.qaLog.record({.event = "lookup",
                             .cursorPoint = point,
                             .probe = &probe,

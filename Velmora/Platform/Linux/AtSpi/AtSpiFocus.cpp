@@ -72,7 +72,7 @@ std::optional<AtSpiObject> findAtSpiFocus(AtSpiBus& bus, const AtSpiApplication&
     if (auto told = bus.focus().told(program)) {
         return told;
     }
-    const std::optional<AtSpiObject> seen = bus.focus().seen(program, window);
+    std::optional<AtSpiObject> seen = bus.focus().seen(program, window);
     if (seen && saysThatItHasTheFocus(bus, *seen, deadline)) {
         return seen;
     }

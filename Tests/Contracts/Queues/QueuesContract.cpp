@@ -70,6 +70,25 @@ TYPED_TEST(MainQueueContract, WorkMayHandOverMore) {
     EXPECT_TRUE(this->backend.runUntil([&] { return done; }));
 }
 
+TEST(EventLoopMainQueue, TakesWorkFromManyThreads) {
+    testing::coreApplication();
+    EventLoopMainQueue queue;
+    std::vector<int> sums(4);
+    std::vector<std::thread> threads;
+    for (std::size_t t = 0; t < sums.size(); ++t) {
+        threads.emplace_back([&, t] {
+            for (int i = 1; i <= 250; ++i) {
+                // Each thread's pieces keep their order among those of the others.
+                queue.post([&sums, t, i] { sums[t] = sums[t] == i - 1 ? i : -1; });
+            }
+        });
+    }
+    EXPECT_TRUE(testing::waitUntil([&] { return sums == std::vector<int>(4, 250); }));
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+}
+
 TEST(EventLoopMainQueue, DropsWhatWaitsWhenItGoes) {
     testing::coreApplication();
     bool dropped = true;

@@ -1,20 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "Velmora/Platform/Linux/EventLoopMainQueue.h"
 
-#include <QMetaObject>
-#include <QObject>
 #include <utility>
+
+#include "Velmora/Platform/Linux/EventLoopInbox.h"
 
 namespace velmora {
 
-class EventLoopMainQueue::Receiver final : public QObject {};
-
-EventLoopMainQueue::EventLoopMainQueue() : receiver_(std::make_unique<Receiver>()) {}
+EventLoopMainQueue::EventLoopMainQueue() : inbox_(std::make_unique<EventLoopInbox>()) {}
 
 EventLoopMainQueue::~EventLoopMainQueue() = default;
 
 void EventLoopMainQueue::post(std::function<void()> work) {
-    QMetaObject::invokeMethod(receiver_.get(), std::move(work), Qt::QueuedConnection);
+    inbox_->post(std::move(work));
 }
 
 }  // namespace velmora

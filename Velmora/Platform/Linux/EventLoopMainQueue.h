@@ -7,6 +7,8 @@
 
 namespace velmora {
 
+class EventLoopInbox;
+
 /// The event loop of the thread on which this object was made, which is the main thread. Work that
 /// is still waiting when this object goes is dropped.
 class EventLoopMainQueue final : public MainQueue {
@@ -19,8 +21,7 @@ class EventLoopMainQueue final : public MainQueue {
     void post(std::function<void()> work) override;
 
   private:
-    class Receiver;
-    std::unique_ptr<Receiver> receiver_;
+    std::unique_ptr<EventLoopInbox> inbox_;
 };
 
 }  // namespace velmora

@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "Velmora/Platform/Linux/AtSpi/AtSpiWorker.h"
 
-#include <QMetaObject>
-
 namespace velmora {
 
-AtSpiWorker::AtSpiWorker() : context_(std::make_unique<QObject>()) {
+AtSpiWorker::AtSpiWorker() : inbox_(std::make_unique<EventLoopInbox>()) {
     thread_.setObjectName(QStringLiteral("velmora-atspi"));
-    context_->moveToThread(&thread_);
+    inbox_->moveToThread(&thread_);
     thread_.start();
 }
 
@@ -25,7 +23,7 @@ void AtSpiWorker::finish(std::function<void()> last) {
 }
 
 void AtSpiWorker::post(std::function<void()> job) {
-    QMetaObject::invokeMethod(context_.get(), std::move(job), Qt::QueuedConnection);
+    inbox_->post(std::move(job));
 }
 
 }  // namespace velmora

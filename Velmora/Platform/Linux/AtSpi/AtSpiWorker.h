@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QObject>
 #include <QThread>
 #include <chrono>
 #include <condition_variable>
@@ -9,6 +8,8 @@
 #include <memory>
 #include <mutex>
 #include <optional>
+
+#include "Velmora/Platform/Linux/EventLoopInbox.h"
 
 namespace velmora {
 
@@ -58,7 +59,7 @@ class AtSpiWorker {
 
   private:
     QThread thread_;
-    std::unique_ptr<QObject> context_;
+    std::unique_ptr<EventLoopInbox> inbox_;
 };
 
 }  // namespace velmora

@@ -18,7 +18,7 @@ function(velmora_tests name)
     target_compile_definitions(${name} PRIVATE
         VELMORA_FIXTURES="${CMAKE_SOURCE_DIR}/Tests/Fixtures"
         VELMORA_BUILD_FOLDER="${CMAKE_BINARY_DIR}")
-    target_link_libraries(${name} PRIVATE velmora_warnings ${ARG_LIBRARIES} GTest::gtest GTest::gmock GTest::gtest_main)
+    target_link_libraries(${name} PRIVATE velmora_warnings velmora_private_home ${ARG_LIBRARIES} GTest::gtest GTest::gmock GTest::gtest_main)
     gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST
         PROPERTIES LABELS "${ARG_LABELS}" TIMEOUT 120 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
 endfunction()

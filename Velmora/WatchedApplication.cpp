@@ -2,22 +2,13 @@
 #include "Velmora/WatchedApplication.h"
 
 #include <QEvent>
-#include <QLoggingCategory>
 #include <QThread>
 #include <chrono>
 
 namespace velmora {
 
-namespace {
-
-Q_LOGGING_CATEGORY(mainThreadLog, "velmora.mainthread", QtWarningMsg)
-
-constexpr std::chrono::milliseconds frame{16};
-
-}  // namespace
-
 WatchedApplication::WatchedApplication(int& argumentCount, char** arguments)
-    : QApplication(argumentCount, arguments), watches_(mainThreadLog().isDebugEnabled()) {}
+    : QApplication(argumentCount, arguments), watches_(MainThreadWatch::isWanted()) {}
 
 bool WatchedApplication::notify(QObject* receiver, QEvent* event) {
     // Events that others send on their way are part of those.
@@ -31,11 +22,7 @@ bool WatchedApplication::notify(QObject* receiver, QEvent* event) {
     ++depth_;
     const bool handled = QApplication::notify(receiver, event);
     --depth_;
-    const auto taken = std::chrono::steady_clock::now() - start;
-    if (taken > frame) {
-        qCDebug(mainThreadLog, "%.1f ms, event %d to %s",
-                std::chrono::duration<double, std::milli>(taken).count(), type, name);
-    }
+    MainThreadWatch::noteEvent(name, type, std::chrono::steady_clock::now() - start);
     return handled;
 }
 

@@ -3,11 +3,12 @@
 
 #include <QApplication>
 
+#include "Velmora/MainThreadWatch.h"
+
 namespace velmora {
 
-/// The application object, with an eye on how long the main thread is kept busy: where debug
-/// messages of the category velmora.mainthread are wanted, every event that takes longer than one
-/// frame of a display (16 ms) is told with its time and its receiver. Otherwise it costs nothing.
+/// The application object, with an eye on how long the main thread is kept busy where the debug log
+/// is to tell. Otherwise it costs nothing.
 class WatchedApplication : public QApplication {
     Q_OBJECT
 
@@ -17,6 +18,7 @@ class WatchedApplication : public QApplication {
     bool notify(QObject* receiver, QEvent* event) override;
 
   private:
+    MainThreadWatch watch_;
     const bool watches_;
     int depth_ = 0;
 };

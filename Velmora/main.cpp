@@ -25,6 +25,7 @@
 #include "Velmora/Platform/Linux/ClipboardPasteboard.h"
 #include "Velmora/Platform/Linux/DesktopSession.h"
 #include "Velmora/Platform/Linux/EventLoopMainQueue.h"
+#include "Velmora/Platform/Linux/IdleSteps.h"
 #include "Velmora/Platform/Linux/Logging.h"
 #include "Velmora/Platform/Linux/OsRelease.h"
 #include "Velmora/Platform/Linux/RemoteControlService.h"
@@ -123,12 +124,16 @@ class Application {
           engine_(dictionary),
           statusItem_(loadStatusItem(choice, *clock_, *backends_.appearance)) {
         popover_.setFramePaintedObserver([] { noteHoverTime("painted"); });
+        // What the first view that is read brings with it cannot be had in pieces, so it is read
+        // before there are events that could wait for it.
+        views_.load(model_.onboardingCompleted() ? QStringLiteral("LaunchFlashView")
+                                                 : QStringLiteral("OnboardingView"));
         // The first hover takes a moment to come.
-        mainQueue_->post([this, dictionary = std::move(dictionary)] {
-            popover_.warmUp();
+        warmUp_.add(popover_.warmUpSteps());
+        warmUp_.add({[this, dictionary = std::move(dictionary)] {
             noteHoverTime("ready");
             backends_.startRecognition(dictionary);
-        });
+        }});
         onboarding_.attach(model_);
         settingsWindow_.attach(model_);
     }
@@ -238,6 +243,7 @@ class Application {
     RemoteControlService remoteControl_{remoteControlActions()};
     TerminationSignals signals_{[this] { backends_.shell->terminate(); }};
     DesktopSession session_{[this] { backends_.shell->terminate(); }};
+    IdleSteps warmUp_;
 };
 
 int runApplication(int& argumentCount, char** arguments) {

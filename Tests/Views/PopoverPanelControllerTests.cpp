@@ -150,6 +150,29 @@ TEST_F(PopoverPanelControllerTest, WarmingUpLeavesAVisiblePanelAlone) {
     EXPECT_TRUE(popover.visiblePanelFrame().has_value());
 }
 
+TEST_F(PopoverPanelControllerTest, AWordHoveredBetweenTheStepsOfWarmingUpIsShown) {
+    const std::size_t count = popover.warmUpSteps().size();
+    ASSERT_GT(count, 3U);
+    for (std::size_t done = 0; done <= count; ++done) {
+        PopoverPanelController fresh(speaker, screens, views);
+        const auto steps = fresh.warmUpSteps();
+        const auto run = [&steps](std::size_t from, std::size_t to) {
+            for (std::size_t i = from; i < to; ++i) {
+                steps[i]();
+            }
+        };
+        run(0, done);
+        fresh.show({samples::study()}, std::nullopt, anchor, true, 1);
+        const QQuickItem* const shown = fresh.panel()->view();
+        ASSERT_NE(shown, nullptr) << done;
+        EXPECT_TRUE(fresh.panel()->isVisible()) << done;
+        run(done, count);
+        EXPECT_EQ(fresh.panel()->view(), shown) << done;
+        EXPECT_TRUE(fresh.panel()->isVisible()) << done;
+        fresh.orderOut();
+    }
+}
+
 TEST_F(PopoverPanelControllerTest, AnAbsurdFontScaleStaysWithinTheBounds) {
     for (const double scale : {1e9, 1e300, 1e-9}) {
         showEntry(samples::study(), scale);

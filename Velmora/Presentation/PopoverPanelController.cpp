@@ -33,6 +33,21 @@ QRect wholePoints(const Rect& rect) {
             static_cast<int>(std::lround(rect.width)), static_cast<int>(std::lround(rect.height))};
 }
 
+/// A word with a part of every kind and the letters that readings are written with.
+LookupResult sampleResult() {
+    LookupResult sample;
+    sample.matchedText = "汉语漢語";
+    sample.entry.simplified = "汉语";
+    sample.entry.pinyinMarked = "āáǎàōóǒòēéěèīíǐìūúǔùüǖǘǚǜ abcdefghijklmnopqrstuvwxyz";
+    sample.entry.hskLevel = 1;
+    sample.entry.definitions.push_back(
+        {.partOfSpeech = "n.", .glosses = {sample.entry.pinyinMarked, "ABC (123);,-/"}});
+    sample.entry.examples.push_back(
+        {.hanzi = sample.matchedText, .pinyin = sample.entry.pinyinMarked, .english = "Example."});
+    sample.characterBreakdown = {sample.entry, sample.entry};
+    return sample;
+}
+
 }  // namespace
 
 PopoverPanelController::PopoverPanelController(Speaking& speechService,
@@ -159,29 +174,39 @@ void PopoverPanelController::ensurePanel() {
     });
 }
 
-void PopoverPanelController::warmUp() {
+void PopoverPanelController::whileHidden(const std::function<void(PanelWindow&)>& work) {
     ensurePanel();
-    if (panel_->isVisible()) {
-        return;
+    if (!panel_->isVisible()) {
+        work(*panel_);
     }
-    LookupResult sample;
-    sample.matchedText = "汉语漢語";
-    sample.entry.simplified = "汉语";
-    sample.entry.pinyinMarked = "āáǎàōóǒòēéěèīíǐìūúǔùüǖǘǚǜ abcdefghijklmnopqrstuvwxyz";
-    sample.entry.hskLevel = 1;
-    sample.entry.definitions.push_back(
-        {.partOfSpeech = "n.", .glosses = {sample.entry.pinyinMarked, "ABC (123);,-/"}});
-    sample.entry.examples.push_back(
-        {.hanzi = sample.matchedText, .pinyin = sample.entry.pinyinMarked, .english = "Example."});
-    sample.characterBreakdown = {sample.entry, sample.entry};
+}
 
-    panel_->setView(makeSelection({sample}, sample.matchedText, true, 1));
-    panel_->prepare({430, 430});
-    panel_->setView(makeEntry(sample, true, 1));
-    panel_->prepare({360, 360});
-    panel_->setView(makePinyin(sample.entry.pinyinMarked, 1));
-    panel_->prepare({110, 38});
-    panel_->setView(nullptr);
+std::vector<std::function<void()>> PopoverPanelController::warmUpSteps() {
+    std::vector<std::function<void()>> steps;
+    const auto add = [this, &steps](std::function<void(PanelWindow&)> work) {
+        steps.emplace_back([this, work = std::move(work)] { whileHidden(work); });
+    };
+    const auto addView = [this, &add](const char* type, QSize size, auto make) {
+        add([this, type](PanelWindow&) { views_.load(QString::fromLatin1(type)); });
+        add([make](PanelWindow& panel) { panel.setView(make()); });
+        add([size](PanelWindow& panel) { panel.prepare(size); });
+    };
+    add([](PanelWindow& panel) { panel.create(); });
+    // The least one first: what it shares with the others is there then.
+    const auto sample = std::make_shared<const LookupResult>(sampleResult());
+    addView("PinyinPopoverView", {110, 38},
+            [this, sample] { return makePinyin(sample->entry.pinyinMarked, 1); });
+    addView("EntryPopoverView", {360, 360}, [this, sample] { return makeEntry(*sample, true, 1); });
+    addView("SelectionPopoverView", {430, 430},
+            [this, sample] { return makeSelection({*sample}, sample->matchedText, true, 1); });
+    add([](PanelWindow& panel) { panel.setView(nullptr); });
+    return steps;
+}
+
+void PopoverPanelController::warmUp() {
+    for (const auto& step : warmUpSteps()) {
+        step();
+    }
 }
 
 }  // namespace velmora

@@ -4,6 +4,7 @@
 #include <QPointer>
 #include <functional>
 #include <memory>
+#include <vector>
 
 #include "Velmora/Coordination/PopoverPresenting.h"
 #include "Velmora/Coordination/Speaking.h"
@@ -30,8 +31,12 @@ class PopoverPanelController : public PopoverPresenting {
     std::optional<Rect> visiblePanelFrame() const override;
     void orderOut() override;
 
-    /// Does in advance what the first show would have to: compiles the views, loads the fonts,
-    /// makes the window. Shows nothing.
+    /// What does in advance what the first show would have to: reads the views, loads the fonts,
+    /// makes the window. Shows nothing. In short pieces, to be called in this order with other
+    /// events between them; while a panel is shown they do nothing. The controller outlives them.
+    std::vector<std::function<void()>> warmUpSteps();
+
+    /// All of that at once.
     void warmUp();
 
     /// Called once after every show, when its first frame is on its way to the screen.
@@ -55,6 +60,7 @@ class PopoverPanelController : public PopoverPresenting {
                                               bool toneColorsEnabled, double fontScale);
     std::unique_ptr<QQuickItem> makePinyin(const std::string& pinyin, double fontScale);
     void connectSpeak(QQuickItem& view);
+    void whileHidden(const std::function<void(PanelWindow&)>& work);
     void present(std::unique_ptr<QQuickItem> view, const SizeRule& rule, const Rect& anchor,
                  Placement placement);
     void ensurePanel();

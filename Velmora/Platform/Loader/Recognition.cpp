@@ -2,6 +2,7 @@
 #include "Velmora/Platform/Loader/Recognition.h"
 
 #include <algorithm>
+#include <future>
 #include <thread>
 #include <utility>
 
@@ -12,35 +13,44 @@
 namespace velmora {
 namespace {
 
-/// The recogniser with the thread that works out its words, which ends with it.
+/// The recogniser with the thread that starts its worker program and works out its words, which
+/// ends with it. To start a program means to wait until the system has loaded it.
 class LoadingRecognizer final : public TesseractRecognizer {
   public:
     LoadingRecognizer() : TesseractRecognizer(Options{}) {}
     LoadingRecognizer(const LoadingRecognizer&) = delete;
     LoadingRecognizer& operator=(const LoadingRecognizer&) = delete;
     ~LoadingRecognizer() override {
-        if (words_.joinable()) {
-            words_.join();
+        if (loading_.joinable()) {
+            loading_.join();
         }
     }
 
     void load(std::shared_ptr<const DictionaryStore> dictionary) {
-        start();
-        if (dictionary && !words_.joinable()) {
-            words_ = std::thread([this, dictionary = std::move(dictionary)] {
-                setWords(wordPatternsOf(*dictionary));
-            });
+        if (loading_.joinable()) {
+            return;
         }
+        knowsWords_ = dictionary != nullptr;
+        loading_ = std::thread([this, dictionary = std::move(dictionary)] {
+            start();
+            started_.set_value();
+            if (dictionary) {
+                setWords(wordPatternsOf(*dictionary));
+            }
+        });
     }
 
     /// Until text is read and, a little longer, until the forms of characters are at hand, which
     /// they are at once where they have been drawn before. Whether text is read.
     bool wait(std::chrono::milliseconds limit) {
+        if (loading_.joinable()) {
+            isStarted_.wait();
+        }
         if (!waitUntilReady(limit)) {
             return false;
         }
-        if (words_.joinable()) {
-            words_.join();
+        if (loading_.joinable() && knowsWords_) {
+            loading_.join();
             waitForGlyphs(std::min(limit, longestForForms));
         }
         return true;
@@ -49,7 +59,10 @@ class LoadingRecognizer final : public TesseractRecognizer {
   private:
     static constexpr std::chrono::milliseconds longestForForms{4000};
 
-    std::thread words_;
+    bool knowsWords_ = false;
+    std::promise<void> started_;
+    std::shared_future<void> isStarted_ = started_.get_future().share();
+    std::thread loading_;
 };
 
 }  // namespace

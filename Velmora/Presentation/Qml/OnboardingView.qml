@@ -19,6 +19,10 @@ FocusScope {
     property int previousStep: 0
     property int transitionDirection: 1
 
+    // The window opens with its first step; the others are made one by one after it, unless the
+    // user is there sooner.
+    property int madeStep: 0
+
     // Seconds since the last move. The transition is a critically damped spring: a displacement of
     // one is (1 + ωt)·exp(−ωt) after t seconds, with ω = 2π / response.
     property real elapsed: settled
@@ -54,6 +58,13 @@ FocusScope {
     Keys.onReturnPressed: forward()
     Keys.onEnterPressed: forward()
 
+    Timer {
+        interval: 1
+        repeat: true
+        running: root.madeStep < root.lastStep
+        onTriggered: ++root.madeStep
+    }
+
     NumberAnimation {
         id: transition
 
@@ -88,6 +99,7 @@ FocusScope {
 
         component Step: Item {
             required property int index
+            required property Component content
             readonly property bool isCurrent: index === root.step
             readonly property bool isLeaving: index === root.previousStep && !isCurrent
                                               && root.displacement > 0
@@ -99,34 +111,41 @@ FocusScope {
             opacity: isCurrent ? 1 - root.displacement : root.displacement
             visible: isCurrent || isLeaving
             enabled: isCurrent
+
+            Loader {
+                anchors.fill: parent
+                active: parent.index <= Math.max(root.madeStep, root.step, root.previousStep)
+                sourceComponent: parent.content
+            }
         }
 
         Step {
             objectName: "welcome"
             index: 0
-
-            OnboardingWelcome {
-                anchors.fill: parent
+            content: Component {
+                OnboardingWelcome {}
             }
         }
 
         Step {
+            id: lookup
+
             objectName: "lookup"
             index: 1
-
-            OnboardingLookup {
-                anchors.fill: parent
-                playing: parent.visible
+            content: Component {
+                OnboardingLookup {
+                    playing: lookup.visible
+                }
             }
         }
 
         Step {
             objectName: "permissions"
             index: 2
-
-            OnboardingPermissions {
-                anchors.fill: parent
-                model: root.model
+            content: Component {
+                OnboardingPermissions {
+                    model: root.model
+                }
             }
         }
     }

@@ -3,6 +3,7 @@
 
 #include <QProcess>
 #include <QStandardPaths>
+#include <QThreadPool>
 #include <cstdlib>
 
 #include "Velmora/Platform/Linux/AtSpi/AtSpiService.h"
@@ -72,8 +73,12 @@ void AtSpiPermission::openPrivacyPane(const std::string& anchor, const std::stri
 }
 
 void AtSpiPermission::openPrivacyPane(const std::string& anchor, const std::string& help) {
-    const char* desktop = std::getenv("XDG_CURRENT_DESKTOP");
-    openPrivacyPane(anchor, desktop == nullptr ? "" : desktop, help, launchDetached);
+    const char* const variable = std::getenv("XDG_CURRENT_DESKTOP");
+    // To start a program means to wait until the system has loaded it.
+    QThreadPool::globalInstance()->start(
+        [anchor, desktop = std::string(variable == nullptr ? "" : variable), help] {
+            openPrivacyPane(anchor, desktop, help, launchDetached);
+        });
 }
 
 }  // namespace velmora

@@ -12,6 +12,7 @@
 #include "Velmora/Platform/Recognition/ForeignLetters.h"
 #include "Velmora/Platform/Recognition/LineRecognizer.h"
 #include "Velmora/Platform/Recognition/OutlinedText.h"
+#include "Velmora/Platform/Recognition/WordJudge.h"
 
 namespace velmora {
 
@@ -37,8 +38,18 @@ const CorpusCharacter* truthAt(const CorpusScreen& screen, double x, double y) {
     return best;
 }
 
+/// What the place may hold, each with what speaks for it.
+void printOptions(const PlacedLine& line, std::size_t place, const WordJudge& words) {
+    for (const CharacterOption& option : line[place].options) {
+        std::printf("\t%s %.4f %.4f %.4f %.0f %zu", utf8Of(option.character).c_str(), option.exact,
+                    option.shape, option.read, option.votes,
+                    words.longestWord(line, place, option.character));
+    }
+    std::printf("\n");
+}
+
 void printLine(const CorpusScreen& screen, const ReadLine& read, const CorpusHover& hover, int left,
-               int top, const WordCompletion& words) {
+               int top, const WordJudge& words) {
     if (read.candidates.empty()) {
         return;
     }
@@ -56,12 +67,10 @@ void printLine(const CorpusScreen& screen, const ReadLine& read, const CorpusHov
         if (!isHan(firstCodePoint(character.text)) || character.exact <= 0) {
             continue;
         }
-        std::printf("@\t%s\t%d\t%s\t%s\t%s\t%.4f\t%.4f\t%.4f\t%.4f\t%.4f\t%d\t%d\t%d\n",
-                    screen.kind.c_str(), screen.size, screen.font.c_str(), character.text.c_str(),
-                    truth != nullptr ? truth->text.c_str() : "-", character.confidence,
-                    character.exact, character.margin, character.shape, character.fit,
-                    character.agreed ? 1 : 0, words.standsInWord(line, i) ? 1 : 0,
-                    truth != nullptr && truth->text == character.text ? 1 : 0);
+        std::printf("@\t%s\t%d\t%s\t%s\t%.4f", screen.kind.c_str(), screen.size,
+                    screen.font.c_str(), truth != nullptr ? truth->text.c_str() : "-",
+                    character.fit);
+        printOptions(line, i, words);
     }
 }
 
@@ -78,11 +87,8 @@ bool dumpCharacters(const std::vector<CorpusScreen>& screens, const WordPatterns
         std::this_thread::sleep_for(std::chrono::milliseconds(100));
     }
     LineRecognizer recognizer(process, &words);
-    InkJudge ink(process);
-    const WordCompletion completion(ink, &words);
-    std::printf(
-        "@\tkind\tsize\tfont\tread\ttruth\tconfidence\texact\tmargin\tshape\tfit\tagreed\t"
-        "inWord\tright\n");
+    const WordJudge judge(&words);
+    std::printf("@\tkind\tsize\tfont\ttruth\tfit\toption exact shape read votes word\t...\n");
     for (const CorpusScreen& screen : screens) {
         const Image picture = readPicture(screen.imagePath);
         for (const CorpusHover& hover : screen.hovers) {
@@ -100,7 +106,7 @@ bool dumpCharacters(const std::vector<CorpusScreen>& screens, const WordPatterns
                 if (line.box.top <= point.y && line.box.bottom > point.y &&
                     line.box.left <= point.x && line.box.right > point.x) {
                     printLine(screen, recognizer.recognize(found, line, point.x), hover, left, top,
-                              completion);
+                              judge);
                 }
             }
         }

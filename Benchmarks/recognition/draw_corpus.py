@@ -2,11 +2,14 @@
 # SPDX-License-Identifier: MIT
 """Draws screens of Chinese text whose every character box is known.
 
-    draw_corpus.py --cedict cedict_ts.u8 --out DIR --half tune|report [--screens N]
+    draw_corpus.py --cedict cedict_ts.u8 --out DIR --half tune|report [--screens N] [--hovers N]
+                   [--seed N] [--more-fonts]
 
 writes DIR/NNNN.png (1200 x 700 pixels) and DIR/index.json. The two halves share no sentence, no
 dictionary word, no random seed and only some of the fonts: recognition is tuned on the one and
-reported on the other. With --screens a spread of that many screens is drawn instead of all.
+reported on the other. With --screens a spread of that many screens is drawn instead of all. Other
+screens of the same half come from another --seed, each hovered --hovers times; with --more-fonts
+the tuned half is also drawn in fonts and weights that neither half has otherwise.
 """
 import argparse
 import itertools
@@ -27,6 +30,7 @@ from sentences import REPORT_LABELS, REPORT_SENTENCES, TUNE_LABELS, TUNE_SENTENC
 
 WIDTH, HEIGHT = 1200, 700
 HOVERS_PER_SCREEN = 6
+SEEDS = {"tune": 20, "report": 90210}
 
 # Family for simplified and for traditional text.
 FONTS = {
@@ -41,6 +45,12 @@ FONTS = {
         "wqy-microhei": ("WenQuanYi Micro Hei", "WenQuanYi Micro Hei"),
         "arphic-ming": ("AR PL UMing CN", "AR PL UMing TW"),
     },
+}
+MORE_TUNE_FONTS = {
+    "noto-sans-bold": ("Noto Sans CJK SC Bold", "Noto Sans CJK TC Bold"),
+    "noto-serif-bold": ("Noto Serif CJK SC Bold", "Noto Serif CJK TC Bold"),
+    "noto-mono": ("Noto Sans Mono CJK SC", "Noto Sans Mono CJK TC"),
+    "arphic-kai": ("AR PL UKai CN", "AR PL UKai TW"),
 }
 LIGHT = [("000000", "ffffff"), ("333333", "ffffff"), ("2e3436", "f6f5f4"), ("555555", "fafafa"),
          ("1a0dab", "ffffff"), ("7a2020", "fff4d6")]
@@ -194,11 +204,11 @@ class Screen:
                 self.lines += 1
         self.lines += 1
 
-    def hovers(self):
+    def hovers(self, count):
         """[character index, x, y]: random points in the middle half of Chinese characters."""
         chinese = [i for i, c in enumerate(self.characters) if "\u4e00" <= c[0] <= "\u9fff"]
         points = []
-        for i in random.sample(chinese, min(HOVERS_PER_SCREEN, len(chinese))):
+        for i in random.sample(chinese, min(count, len(chinese))):
             _, x, y, width, height = self.characters[i][:5]
             tall = height > self.size * 0.4
             points.append([i, round(x + width * random.uniform(0.25, 0.75)),
@@ -320,7 +330,7 @@ def plan(half):
         yield spec
 
 
-def draw(number, spec, half, writer, out):
+def draw(number, spec, half, writer, out, hovers):
     kind, script, size, theme, antialias, font = spec
     family = FONTS[half][font][1 if script == "traditional" else 0]
     screen = Screen(family, size, antialias)
@@ -339,7 +349,7 @@ def draw(number, spec, half, writer, out):
     screen.surface.write_to_png(os.path.join(out, name))
     return {"image": name, "kind": kind, "script": script, "size": size, "theme": theme,
             "antialias": antialias, "font": font, "characters": screen.characters,
-            "hovers": screen.hovers()}
+            "hovers": screen.hovers(hovers)}
 
 
 def main():
@@ -348,8 +358,15 @@ def main():
     parser.add_argument("--out", required=True, help="folder for the pictures and index.json")
     parser.add_argument("--half", choices=("tune", "report"), required=True)
     parser.add_argument("--screens", type=int, default=0, help="draw only a spread of this many")
+    parser.add_argument("--hovers", type=int, default=HOVERS_PER_SCREEN, help="on each screen")
+    parser.add_argument("--seed", type=int, help="of other screens of the tuned half")
+    parser.add_argument("--more-fonts", action="store_true", help="for the tuned half")
     options = parser.parse_args()
-    seed = 20 if options.half == "tune" else 90210
+    if options.half != "tune" and (options.seed is not None or options.more_fonts):
+        parser.error("the reported half is always the same")
+    if options.more_fonts:
+        FONTS["tune"].update(MORE_TUNE_FONTS)
+    seed = SEEDS[options.half] if options.seed is None else options.seed
     random.seed(seed)
     numpy.random.seed(seed)
     os.makedirs(options.out, exist_ok=True)
@@ -357,7 +374,7 @@ def main():
     specs = list(plan(options.half))
     if options.screens and options.screens < len(specs):
         specs = random.sample(specs, options.screens)
-    index = [draw(n, spec, options.half, writer, options.out) for n, spec in enumerate(specs)]
+    index = [draw(n, spec, options.half, writer, options.out, options.hovers) for n, spec in enumerate(specs)]
     with open(os.path.join(options.out, "index.json"), "w", encoding="utf-8") as file:
         json.dump(index, file, ensure_ascii=False)
     print(f"{len(index)} screens, {sum(len(s['characters']) for s in index)} characters")

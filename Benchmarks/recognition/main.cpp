@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// benchmark_recognition CORPUS CEDICT [--plain] [--failures] [--soak] [--characters]: hovers over
-// every point of a drawn corpus, looks the word up and prints one table.
+// benchmark_recognition CORPUS CEDICT [--plain] [--failures] [--uncached] [--soak] [--characters]:
+// hovers over every point of a drawn corpus, looks the word up and prints one table.
 #include <unistd.h>
 
 #include <algorithm>
@@ -157,7 +157,8 @@ int main(int count, char** arguments) {
     if (count < 3) {
         std::fprintf(
             stderr,
-            "benchmark_recognition CORPUS CEDICT [--plain] [--failures] [--soak] [--characters]\n");
+            "benchmark_recognition CORPUS CEDICT [--plain] [--failures] [--uncached] [--soak] "
+            "[--characters]\n");
         return 2;
     }
     const std::vector<CorpusScreen> screens = readCorpus(arguments[1]);
@@ -171,6 +172,7 @@ int main(int count, char** arguments) {
     }
     const bool usePlain = has(count, arguments, "--plain");
     const bool failures = has(count, arguments, "--failures");
+    const bool alsoCached = !usePlain && !has(count, arguments, "--uncached");
     auto plain = usePlain ? std::make_shared<PlainTesseract>() : nullptr;
     std::shared_ptr<TextRecognizer> recognizer = plain;
     pid_t worker = -1;
@@ -217,7 +219,7 @@ int main(int count, char** arguments) {
             if (failures && !outcome.right) {
                 printFailure(screen, hover, outcome);
             }
-            if (!usePlain) {
+            if (alsoCached) {
                 cached.show(picture);
                 const HoverOutcome again = hoverFromCache(cached, screen, hover);
                 if (again.cached) {

@@ -53,6 +53,61 @@ TEST(LineFinder, DropsFramesAroundLabels) {
     EXPECT_EQ(found.image.at(90, 15), 255);
 }
 
+TEST(LineFinder, DropsFramesWhoseSidesLieOnEachOther) {
+    GrayImage image(400, 140, 255);
+    for (const PixelBox& box : {PixelBox{20, 20, 160, 62}, PixelBox{100, 61, 240, 103}}) {
+        fill(image, box, 235);
+        drawFrame(image, box, 1, 190);
+        drawFrame(image, {box.left + 1, box.top + 1, box.right - 1, box.bottom - 1}, 1, 180);
+    }
+    fill(image, {100, 61, 160, 62}, 160);  // Where one is drawn over the other it is darker.
+    drawLine(image, 40, 31, 20, 5, 0);
+    drawLine(image, 120, 72, 20, 5, 0);
+    const FoundLines found = findLines(image);
+    ASSERT_EQ(found.lines.size(), 2U);
+    EXPECT_EQ(found.lines[0].box, (PixelBox{40, 31, 138, 51}));
+    EXPECT_EQ(found.lines[1].box, (PixelBox{120, 72, 218, 92}));
+}
+
+TEST(LineFinder, DropsSmallFramesAroundTwoCharacters) {
+    GrayImage image(200, 60, 255);
+    fill(image, {20, 15, 60, 37}, 235);
+    drawFrame(image, {20, 15, 60, 37}, 1, 190);
+    drawLine(image, 28, 20, 12, 2, 0);
+    const FoundLines found = findLines(image);
+    ASSERT_EQ(found.lines.size(), 1U);
+    EXPECT_EQ(found.lines[0].box, (PixelBox{28, 20, 50, 32}));
+}
+
+TEST(LineFinder, KeepsLargeCharactersThatAreFrames) {
+    GrayImage image(200, 80, 255);
+    drawFrame(image, {20, 20, 56, 54}, 2, 0);  // As 口 in a thin font.
+    drawCharacter(image, 64, 18, 38, 0);
+    const FoundLines found = findLines(image);
+    ASSERT_EQ(found.lines.size(), 1U);
+    EXPECT_EQ(found.lines[0].box, (PixelBox{20, 18, 100, 56}));
+}
+
+TEST(LineFinder, KeepsSmallCharactersOfManyStrokes) {
+    GrayImage image(200, 50, 255);
+    drawLine(image, 40, 20, 12, 4, 0);
+    for (int row = 0; row < 12; ++row) {  // Strokes a pixel apart, and none of it is paper.
+        fill(image, {26, 20 + row, 38, 21 + row}, row % 2 == 0 ? 0 : 90);
+    }
+    const FoundLines found = findLines(image);
+    ASSERT_EQ(found.lines.size(), 1U);
+    EXPECT_EQ(found.lines[0].box.left, 26);
+}
+
+TEST(LineFinder, DropsSmallIcons) {
+    GrayImage image(200, 50, 255);
+    drawLine(image, 40, 20, 12, 4, 0);
+    fill(image, {26, 20, 38, 32}, 90);
+    const FoundLines found = findLines(image);
+    ASSERT_EQ(found.lines.size(), 1U);
+    EXPECT_EQ(found.lines[0].box.left, 40);
+}
+
 TEST(LineFinder, DropsFramesThatTouchEachOther) {
     GrayImage image(300, 110, 255);
     drawFrame(image, {20, 10, 160, 50}, 2, 100);

@@ -73,8 +73,25 @@ void eraseFrame(const PixelBox& box, GrayImage& image, InkMask& mask) {
     }
 }
 
-/// Whether the box holds a filled square of two thirds of its smaller side: no stroke does.
-bool isSolid(const InkMask& mask, const PixelBox& box) {
+constexpr int smallestDrawing = 22;  ///< Characters up to here may be ink all over.
+constexpr int leastTexture = 25;     ///< What strokes differ by from what is between them.
+
+/// Whether strokes run through a square of ink, too close to each other to be apart in the mask.
+bool isTextured(const GrayImage& image, const PixelBox& square) {
+    int changes = 0;
+    for (int y = square.top + 1; y + 1 < square.bottom; ++y) {
+        for (int x = square.left + 1; x + 1 < square.right; ++x) {
+            const int across = 2 * image.at(x, y) - image.at(x - 1, y) - image.at(x + 1, y);
+            const int down = 2 * image.at(x, y) - image.at(x, y - 1) - image.at(x, y + 1);
+            changes += std::max(std::abs(across), std::abs(down)) >= leastTexture ? 1 : 0;
+        }
+    }
+    return changes * 4 >= (square.width() - 2) * (square.height() - 2);
+}
+
+/// Whether the box holds a filled square of two thirds of its smaller side: no stroke does, but a
+/// small character of many strokes may.
+bool isSolid(const GrayImage& image, const InkMask& mask, const PixelBox& box) {
     const int smaller = std::min(box.width(), box.height());
     if (smaller < 7 || box.width() >= 3 * box.height()) {
         return false;
@@ -88,7 +105,8 @@ bool isSolid(const InkMask& mask, const PixelBox& box) {
             down = mask.at(x, y) ? down + 1 : 0;
             run = down >= side ? run + 1 : 0;
             if (run >= side) {
-                return true;
+                return smaller > smallestDrawing ||
+                       !isTextured(image, {x + 1 - side, y + 1 - side, x + 1, y + 1});
             }
         }
     }
@@ -136,13 +154,35 @@ constexpr int ruleReach = 3;        ///< A rule is thinner than this.
 constexpr int leastRuleDepth = 12;  ///< How far it differs from both of its sides.
 constexpr int ruleEvenness = 12;    ///< How far it may change from one pixel to the next.
 constexpr int shortestHorizontalRule = 48;
+constexpr int shortestFrameTop = 30;  ///< Of a frame whose sides are there as well.
 constexpr int shortestFrameSide = 14;
+constexpr int evenPiece = 8;       ///< Of a rule that another one runs into.
+constexpr double flattest = 0.75;  ///< Height to width: no character is so flat a frame.
+constexpr int cornerReach = 3;     ///< Between the ends of a frame's sides.
+
+/// What a rule would stand on, on one side of it: beyond it, or, where another rule runs close by,
+/// between the two or behind that.
+int paperBeside(const TurnedView& view, int along, int across, int direction) {
+    const int value = view.value(along, across);
+    const int usual = view.value(along, across + direction * ruleReach);
+    if (std::abs(value - usual) >= leastRuleDepth) {
+        return usual;
+    }
+    for (const int distance : {2, 4, 5}) {
+        const int place = across + direction * distance;
+        const int paper = place >= 0 && place < view.breadth() ? view.value(along, place) : value;
+        if (std::abs(value - paper) >= leastRuleDepth) {
+            return paper;
+        }
+    }
+    return usual;
+}
 
 /// Whether a pixel is darker, or lighter, than what lies on both sides of it.
 bool standsOut(const TurnedView& view, int along, int across) {
     const int value = view.value(along, across);
-    const int before = value - view.value(along, across - ruleReach);
-    const int after = value - view.value(along, across + ruleReach);
+    const int before = value - paperBeside(view, along, across, -1);
+    const int after = value - paperBeside(view, along, across, 1);
     return (before >= leastRuleDepth && after >= leastRuleDepth) ||
            (before <= -leastRuleDepth && after <= -leastRuleDepth);
 }
@@ -153,11 +193,45 @@ struct Stretch {
     int across;
 };
 
+/// Puts the pieces of a stretch together that differ in shade, as frames do where they touch.
+class StretchBuilder {
+  public:
+    StretchBuilder(std::vector<Stretch>& stretches, int shortest, int across)
+        : stretches_(stretches), shortest_(shortest), across_(across) {}
+
+    /// An even piece, in the order of the row; what is very short belongs to no rule.
+    void add(int from, int to) {
+        if (to - from < std::min(evenPiece, shortest_)) {
+            return;
+        }
+        if (from != to_) {
+            finish();
+            from_ = from;
+        }
+        to_ = to;
+    }
+
+    void finish() {
+        if (to_ - from_ >= shortest_) {
+            stretches_.push_back({from_, to_, across_});
+        }
+        from_ = to_ = 0;
+    }
+
+  private:
+    std::vector<Stretch>& stretches_;
+    int shortest_;
+    int across_;
+    int from_ = 0;
+    int to_ = 0;
+};
+
 /// The thin even stretches along each row or column that are at least this long. What is looked at
 /// is the picture, not the ink: a frame may be too faint for ink in some places and not in others.
 std::vector<Stretch> thinStretches(const TurnedView& view, int shortest) {
     std::vector<Stretch> stretches;
     for (int across = ruleReach; across < view.breadth() - ruleReach; ++across) {
+        StretchBuilder builder(stretches, shortest, across);
         int from = 0;
         for (int along = 0; along <= view.length(); ++along) {
             const bool inside = along < view.length() && standsOut(view, along, across);
@@ -167,18 +241,32 @@ std::vector<Stretch> thinStretches(const TurnedView& view, int shortest) {
             if (inside && (even || along == from)) {
                 continue;
             }
-            if (along - from >= shortest) {
-                stretches.push_back({from, along, across});
-            }
+            builder.add(from, along);
             from = inside ? along : along + 1;
         }
+        builder.finish();
     }
     return stretches;
 }
 
+/// Whether sides begin, or end, at both ends of a short stretch, as those of a frame around a label
+/// of two characters do.
+bool isFrameTop(const Stretch& top, const std::vector<Stretch>& sides) {
+    const auto meets = [&](int column, bool below) {
+        return std::any_of(sides.begin(), sides.end(), [&](const Stretch& side) {
+            const int end = below ? side.from : side.to - 1;
+            return std::abs(side.across - column) <= cornerReach &&
+                   std::abs(end - top.across) <= cornerReach &&
+                   side.to - side.from <= flattest * (top.to - top.from);
+        });
+    };
+    return (meets(top.from, true) && meets(top.to - 1, true)) ||
+           (meets(top.from, false) && meets(top.to - 1, false));
+}
+
 void eraseStretch(TurnedView& view, const Stretch& stretch) {
     for (int along = stretch.from; along < stretch.to; ++along) {
-        const int paper = view.value(along, stretch.across - ruleReach);
+        const int paper = paperBeside(view, along, stretch.across, -1);
         for (int across = stretch.across - 1; across <= stretch.across + 1; ++across) {
             view.erase(along, across, paper);
         }
@@ -211,17 +299,20 @@ bool isFrameSide(const InkMask& rules, const Stretch& side) {
 void removeRules(GrayImage& image, InkMask& mask) {
     TurnedView horizontal(image, mask, false);
     TurnedView vertical(image, mask, true);
-    const std::vector<Stretch> rules = thinStretches(horizontal, shortestHorizontalRule);
+    std::vector<Stretch> rules = thinStretches(horizontal, shortestFrameTop);
     if (rules.empty()) {
         return;
     }
+    // The sides are looked for while the picture is still whole.
+    const std::vector<Stretch> sides = thinStretches(vertical, shortestFrameSide);
+    std::erase_if(rules, [&](const Stretch& rule) {
+        return rule.to - rule.from < shortestHorizontalRule && !isFrameTop(rule, sides);
+    });
     InkMask ruleMask(mask.width(), mask.height());
     for (const Stretch& rule : rules) {
         std::fill(ruleMask.row(rule.across) + rule.from, ruleMask.row(rule.across) + rule.to,
                   std::uint8_t{1});
     }
-    // The sides are looked for while the picture is still whole.
-    const std::vector<Stretch> sides = thinStretches(vertical, shortestFrameSide);
     for (const Stretch& rule : rules) {
         eraseStretch(horizontal, rule);
     }
@@ -241,7 +332,7 @@ std::vector<PixelBox> removeClutter(const std::vector<PixelBox>& components, Gra
         }
         if (isFrame(mask, box)) {
             eraseFrame(box, image, mask);
-        } else if (isSolid(mask, box)) {
+        } else if (isSolid(image, mask, box)) {
             eraseIcon(box, image, mask);
         } else {
             kept.push_back(box);

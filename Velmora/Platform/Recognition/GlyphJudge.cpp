@@ -8,6 +8,7 @@
 #include "Velmora/Platform/Recognition/CharacterGrid.h"
 #include "Velmora/Platform/Recognition/CodePoint.h"
 #include "Velmora/Platform/Recognition/LineImage.h"
+#include "Velmora/Platform/Recognition/OptionSupport.h"
 
 namespace velmora {
 
@@ -17,15 +18,13 @@ constexpr int rowsAround = 2;         ///< Of the line's ink, taken along.
 constexpr float knownFont = 0.85F;    ///< From this fit on the drawn forms decide alone.
 constexpr float clearMargin = 0.05F;  ///< To the second best.
 constexpr float clearExact = 0.85F;
-constexpr float closeExact = 0.02F;      ///< Closer than this the second best is offered too.
-constexpr float agreementBonus = 0.10F;  ///< For what a confident reader says as well.
-constexpr float strangeFontBonus = 0.04F;
-constexpr float otherBonus = 0.02F;
-constexpr double leastWidth = 0.6;  ///< Of the pitch, for a cell that may hold a character.
-constexpr float belowFit = 0.08F;   ///< A character that fits so much worse is none.
+constexpr float closeExact = 0.02F;  ///< Closer than this the second best is offered too.
+constexpr double leastWidth = 0.6;   ///< Of the pitch, for a cell that may hold a character.
+constexpr float belowFit = 0.08F;    ///< A character that fits so much worse is none.
 constexpr float gridConfidence = 0.9F;
 constexpr float foreignLead = 0.03F;  ///< By which a letter must be liker than any character.
-constexpr float doubtful = 0.9F;      ///< A mark read with less may be a character.
+constexpr std::size_t mostOptions = 6;
+constexpr float doubtful = 0.9F;  ///< A mark read with less may be a character.
 
 bool isHanText(const std::string& text) {
     return isHan(firstCodePoint(text));
@@ -37,20 +36,10 @@ struct Judged {
     std::vector<char32_t> others;
 };
 
-float likenessOf(const GlyphMatch& match, bool fontKnown) {
+/// Of a match or an option.
+template <typename Form>
+float likenessOf(const Form& match, bool fontKnown) {
     return fontKnown ? match.exact + 0.1F * match.shape : 0.5F * match.exact + 0.5F * match.shape;
-}
-
-float scoreOf(const GlyphMatch& match, const PlacedCharacter& character, const Judged& cell,
-              bool fontKnown) {
-    float score = likenessOf(match, fontKnown);
-    if (match.character == firstCodePoint(character.text)) {
-        score += (fontKnown ? agreementBonus : strangeFontBonus) * character.confidence;
-    }
-    for (const char32_t other : cell.others) {
-        score += other == match.character ? otherBonus : 0;
-    }
-    return score;
 }
 
 /// The letter of another script that the ink is liker than any Chinese character; null for none.
@@ -88,6 +77,15 @@ bool settleForeign(PlacedCharacter& character, const GlyphMatch& letter, bool fo
     return std::exchange(character.text, text) != text;
 }
 
+CharacterOption optionOf(const GlyphMatch& match, const PlacedCharacter& character,
+                         const Judged& cell) {
+    CharacterOption option{match.character, match.exact, match.shape, 0, 0};
+    option.read = match.character == firstCodePoint(character.text) ? character.confidence : 0;
+    option.votes =
+        static_cast<float>(std::count(cell.others.begin(), cell.others.end(), match.character));
+    return option;
+}
+
 /// Puts the best match into the line. Whether it had another character there.
 bool settle(PlacedCharacter& character, const std::vector<GlyphMatch>& matches, const Judged& cell,
             float fontFit) {
@@ -99,28 +97,33 @@ bool settle(PlacedCharacter& character, const std::vector<GlyphMatch>& matches, 
     if (const GlyphMatch* letter = foreignLetter(matches, fontKnown)) {
         return settleForeign(character, *letter, fontKnown);
     }
-    std::vector<std::pair<float, GlyphMatch>> ranked;
+    std::vector<CharacterOption> ranked;
     ranked.reserve(matches.size());
     for (const GlyphMatch& match : matches) {
         if (isHan(match.character)) {
-            ranked.emplace_back(scoreOf(match, character, cell, fontKnown), match);
+            ranked.push_back(optionOf(match, character, cell));
         }
     }
     if (ranked.empty()) {
         return false;
     }
     std::stable_sort(ranked.begin(), ranked.end(),
-                     [](const auto& a, const auto& b) { return a.first > b.first; });
-    const GlyphMatch& best = ranked.front().second;
+                     [fontFit](const CharacterOption& a, const CharacterOption& b) {
+                         return supportOf(a, fontFit) > supportOf(b, fontFit);
+                     });
+    ranked.resize(std::min(ranked.size(), mostOptions));
+    const CharacterOption best = ranked.front();
     if (!maybeCharacter(character, best.exact, fontKnown)) {
         return false;
     }
     character.exact = best.exact;
     character.shape = best.shape;
-    character.margin = ranked.size() > 1 ? ranked[0].first - ranked[1].first : 1;
-    if (ranked.size() > 1 && best.exact - ranked[1].second.exact < closeExact) {
-        character.runnerUp = utf8Of(ranked[1].second.character);
+    character.margin =
+        ranked.size() > 1 ? likenessOf(best, fontKnown) - likenessOf(ranked[1], fontKnown) : 1;
+    if (ranked.size() > 1 && best.exact - ranked[1].exact < closeExact) {
+        character.runnerUp = utf8Of(ranked[1].character);
     }
+    character.options = std::move(ranked);
     const std::string text = utf8Of(best.character);
     character.agreed = character.text == text;
     character.confirmed = best.exact >= clearExact && fontKnown &&

@@ -10,6 +10,7 @@
 #include "Velmora/Platform/Recognition/CharacterCertainty.h"
 #include "Velmora/Platform/Recognition/CodePoint.h"
 #include "Velmora/Platform/Recognition/LineImage.h"
+#include "Velmora/Platform/Recognition/WordJudge.h"
 
 namespace velmora {
 
@@ -27,13 +28,12 @@ constexpr float acceptedConfidence = 0.99F;
 constexpr float leastAccepted = 0.7F;  ///< Of the reader's confidences around the focus.
 constexpr float greatestUnconfirmed = 0.97F;
 constexpr float silentConfidence = 0.2F;
-constexpr float acceptedCertainty = 0.85F;  ///< Of the characters of a word, together.
-constexpr float leastCertainty = 0.4F;      ///< Below this nothing is better than the character.
+constexpr float acceptedCertainty = 0.88F;  ///< Of a word.
+constexpr float leastCertainty = 0.5F;      ///< Below this nothing is better than the word.
 constexpr float neverCompared = 0.5F;
 constexpr float guessedLetter = 0.1F;
-constexpr float somewhatAlike = 0.45F;  ///< A form in a font that is not known.
-constexpr float alikeByItself = 0.75F;  ///< Where nothing else tells of the font.
-constexpr std::size_t besideFocus = 2;
+constexpr float somewhatAlike = 0.45F;   ///< A form in a font that is not known.
+constexpr float alikeByItself = 0.75F;   ///< Where nothing else tells of the font.
 constexpr float plainConfidence = 0.9F;  ///< Of a line that was read once and not looked into.
 
 bool isHanText(const std::string& text) {
@@ -183,6 +183,7 @@ bool LineRecognizer::recognizeByGlyphs(const FoundLines& found, PlacedLine& char
     if (!verdict) {
         return false;
     }
+    WordJudge(words_).choose(characters, window);
     const float confidence = certaintyOfWord(characters, window);
     result.candidates.push_back({std::move(characters), confidence});
     if (verdict->hasRunnersUp) {
@@ -266,32 +267,32 @@ ReadingWindow LineRecognizer::windowAround(const PixelBox& box, const PlacedLine
     return window;
 }
 
-/// The confidence of the line for a rule that looks at one character of it: how certain that and
-/// its word are, with the characters beside it that might make the word a longer one.
+/// The confidence of the line for a rule that looks at one character of it: how certain its word
+/// is, with the characters beside it that might make it a longer one.
 float LineRecognizer::certaintyOfWord(const PlacedLine& line, const ReadingWindow& window) {
-    const WordCompletion words(ink_, words_);
+    const WordJudge words(words_);
     const std::size_t focus = std::min(window.focus, line.size() - 1);
-    const auto certainty = [&](std::size_t i) {
+    std::vector<float> certainties(line.size(), 1.0F);
+    for (std::size_t i = window.first; i < std::min(window.last, line.size()); ++i) {
         if (!isHanText(line[i].text)) {
-            return isGuessedLetter(line[i]) ? guessedLetter : 1.0F;
+            certainties[i] = isGuessedLetter(line[i]) ? guessedLetter : 1.0F;
+        } else {
+            certainties[i] = line[i].exact > 0 ? certaintyOf(line[i], words.standsInWord(line, i))
+                                               : neverCompared;
         }
-        return line[i].exact > 0 ? certaintyOf(line[i], words.standsInWord(line, i))
-                                 : neverCompared;
-    };
-    const float own = certainty(focus);
+    }
     const bool foreign = isForeign(line, window);
-    if (own < (foreign ? acceptedCertainty : leastCertainty) || standsAlone(line, focus)) {
+    const float own = certainties[focus];
+    const float certainty = words.certaintyOfWord(line, focus, certainties) *
+                            (foreign && !isHanText(line[focus].text) ? neverCompared : 1);
+    if (own < (foreign ? acceptedCertainty : leastCertainty) || certainty < leastCertainty ||
+        standsAlone(line, focus)) {
         return silentConfidence;
     }
-    float product = foreign && !isHanText(line[focus].text) ? neverCompared : 1;
-    for (std::size_t i = focus - std::min(focus, besideFocus);
-         i < std::min(line.size(), focus + besideFocus + 1); ++i) {
-        product *= certainty(i);
-    }
-    return product >= acceptedCertainty
+    return certainty >= acceptedCertainty
                ? acceptedConfidence +
-                     0.009F * (product - acceptedCertainty) / (1 - acceptedCertainty)
-               : std::min(greatestUnconfirmed, 0.4F + 0.6F * product);
+                     0.009F * (certainty - acceptedCertainty) / (1 - acceptedCertainty)
+               : std::min(greatestUnconfirmed, 0.4F + 0.6F * certainty);
 }
 
 /// The same where no forms are at hand: at or above 0.99 where everything around the character was

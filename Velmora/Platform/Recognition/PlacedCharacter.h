@@ -8,6 +8,15 @@
 
 namespace velmora {
 
+/// What a place of a line may hold, and what speaks for it.
+struct CharacterOption {
+    char32_t character = 0;
+    float exact = 0;  ///< How well it fits the ink in the line's font.
+    float shape = 0;  ///< How like the ink its strokes run.
+    float read = 0;   ///< How sure the line's reading is of it; 0 where that says something else.
+    float votes = 0;  ///< So many further readings say it.
+};
+
 /// One character of a line with its place in the picture and what is known about how right it is.
 struct PlacedCharacter {
     std::string text;
@@ -20,6 +29,8 @@ struct PlacedCharacter {
     float fit = 0;           ///< How well the line's font is known.
     std::string runnerUp{};  ///< What it may be instead; empty where nothing comes close.
     bool agreed = false;     ///< The reader of the whole line says the same as the ink.
+    float lead = 0;          ///< By what support it outweighs all its other options together.
+    std::vector<CharacterOption> options{};  ///< The likeliest, by the ink and the readings.
 };
 
 using PlacedLine = std::vector<PlacedCharacter>;

@@ -4,37 +4,16 @@
 #include <algorithm>
 
 #include "Velmora/Platform/Recognition/CodePoint.h"
+#include "Velmora/Platform/Recognition/WordJudge.h"
 
 namespace velmora {
-
-bool WordCompletion::standsInWord(const PlacedLine& line, std::size_t place) const {
-    if (words_ == nullptr) {
-        return false;
-    }
-    for (std::size_t length = 2; length <= WordPatterns::longestWord; ++length) {
-        for (std::size_t back = 0; back < length && back <= place; ++back) {
-            const std::size_t first = place - back;
-            if (first + length > line.size()) {
-                continue;
-            }
-            std::u32string word;
-            for (std::size_t i = first; i < first + length; ++i) {
-                word += firstCodePoint(line[i].text);
-            }
-            if (words_->contains(word)) {
-                return true;
-            }
-        }
-    }
-    return false;
-}
 
 void WordCompletion::apply(const FoundLines& found, PlacedLine& line, const ReadingWindow& window) {
     if (words_ == nullptr || words_->empty()) {
         return;
     }
     for (std::size_t i = window.first; i < window.last; ++i) {
-        if (isHan(firstCodePoint(line[i].text)) && !standsInWord(line, i)) {
+        if (isHan(firstCodePoint(line[i].text)) && !WordJudge(words_).standsInWord(line, i)) {
             complete(found, line, window, i);
         }
     }

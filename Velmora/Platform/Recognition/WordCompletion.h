@@ -18,9 +18,6 @@ class WordCompletion {
     /// makes a word with its neighbours and the ink looks more like that.
     void apply(const FoundLines& found, PlacedLine& line, const ReadingWindow& window);
 
-    /// Some word of two or more characters runs over this place.
-    bool standsInWord(const PlacedLine& line, std::size_t place) const;
-
   private:
     bool complete(const FoundLines& found, PlacedLine& line, const ReadingWindow& window,
                   std::size_t place);

@@ -15,7 +15,8 @@ constexpr int rounds = 2;  ///< A character that was put right may put its neigh
 constexpr std::size_t ofEachPlace = 3;  ///< Options that are tried in pairs.
 constexpr float leastOthers = 1e-6F;
 constexpr float unknownBeside = 0.4F;  ///< A character that is none of its options belongs to it.
-constexpr float unknownFarther = 0.15F;
+constexpr float unknownNextToThat = 0.15F;
+constexpr float unknownFarther = 0.03F;
 
 std::u32string codePointsOfLine(const PlacedLine& line) {
     std::u32string text;
@@ -200,7 +201,9 @@ float WordJudge::riskOf(const PlacedLine& line, std::u32string& text, std::size_
     }
     text[place] = own;
     const std::size_t distance = place < word.first ? word.first - place : place + 1 - word.last;
-    const float unknown = distance == 1 ? unknownBeside : unknownFarther;
+    const float unknown = distance == 1   ? unknownBeside
+                          : distance == 2 ? unknownNextToThat
+                                          : unknownFarther;
     return std::min(1.0F, unknown + (all > 0 ? longer / all : 0));
 }
 

@@ -38,16 +38,6 @@ TEST(GlyphJudge, TheFormPutsAMisreadingRight) {
     EXPECT_EQ(textOf(read.candidates[0].characters), "他中文好");
 }
 
-TEST(GlyphJudge, ASureReadingDoesNotOutweighClearInk) {
-    FakeReader reader;
-    reader.confidence = 1;
-    reader.glyphs = U"他中好文斈";  // The forms of the last two differ in one stroke.
-    reader.texts[ScriptModel::simplified] = {{"他", "中", "斈", "好"}};
-    const ReadLine read = readAt(reader, U"他中文好", thirdCharacter);
-    ASSERT_FALSE(read.candidates.empty());
-    EXPECT_EQ(textOf(read.candidates[0].characters), "他中文好");
-}
-
 TEST(GlyphJudge, ACharacterThatWasLeftOutIsFound) {
     const FoundLines found = pictureOf(U"他中文好我");
     PlacedLine line;

@@ -6,6 +6,7 @@
 #include <random>
 
 #include "Tests/Velmora/Recognition/Drawing.h"
+#include "Velmora/Platform/Recognition/Clutter.h"
 #include "Velmora/Platform/Recognition/InkComponents.h"
 
 namespace velmora {
@@ -53,26 +54,49 @@ TEST(LineFinder, DropsFramesAroundLabels) {
     EXPECT_EQ(found.image.at(90, 15), 255);
 }
 
-TEST(LineFinder, DropsFramesWhoseSidesLieOnEachOther) {
-    GrayImage image(400, 140, 255);
-    for (const PixelBox& box : {PixelBox{20, 20, 160, 62}, PixelBox{100, 61, 240, 103}}) {
+TEST(LineFinder, DropsSmallFramesWhoseSidesLieOnEachOther) {
+    GrayImage image(300, 120, 255);
+    for (const PixelBox& box : {PixelBox{20, 20, 60, 42}, PixelBox{40, 41, 80, 63}}) {
         fill(image, box, 235);
-        drawFrame(image, box, 1, 190);
-        drawFrame(image, {box.left + 1, box.top + 1, box.right - 1, box.bottom - 1}, 1, 180);
+        drawFrame(image, box, 1, 150);
     }
-    fill(image, {100, 61, 160, 62}, 160);  // Where one is drawn over the other it is darker.
-    drawLine(image, 40, 31, 20, 5, 0);
-    drawLine(image, 120, 72, 20, 5, 0);
+    fill(image, {40, 41, 60, 42}, 100);  // Where one is drawn over the other it is darker.
+    drawLine(image, 28, 25, 12, 2, 0);
+    drawLine(image, 48, 46, 12, 2, 0);
+    GrayImage plain = image;
+    InkMask ink = findInk(plain);
+    ASSERT_TRUE(ink.at(50, 41));
+    removeRules(plain, ink);
+    for (const int x : {30, 50, 70}) {
+        EXPECT_FALSE(ink.at(x, 41)) << x;
+    }
     const FoundLines found = findLines(image);
     ASSERT_EQ(found.lines.size(), 2U);
-    EXPECT_EQ(found.lines[0].box, (PixelBox{40, 31, 138, 51}));
-    EXPECT_EQ(found.lines[1].box, (PixelBox{120, 72, 218, 92}));
+    EXPECT_EQ(found.lines[0].box, (PixelBox{28, 25, 50, 37}));
+    EXPECT_EQ(found.lines[1].box, (PixelBox{48, 46, 70, 58}));
+}
+
+TEST(LineFinder, DropsFramesThatLieCloseTogether) {
+    GrayImage image(300, 120, 255);
+    for (const PixelBox& box : {PixelBox{20, 20, 90, 44}, PixelBox{40, 46, 110, 70}}) {
+        fill(image, box, 235);
+        drawFrame(image, box, 1, 150);
+    }
+    drawLine(image, 30, 26, 12, 4, 0);
+    drawLine(image, 50, 52, 12, 4, 0);
+    const FoundLines found = findLines(image);
+    ASSERT_EQ(found.lines.size(), 2U);
+    EXPECT_EQ(found.lines[0].box, (PixelBox{30, 26, 76, 38}));
+    EXPECT_EQ(found.lines[1].box, (PixelBox{50, 52, 96, 64}));
+    EXPECT_EQ(found.image.at(100, 46), 255) << "painted with what lies between or beyond";
 }
 
 TEST(LineFinder, DropsSmallFramesAroundTwoCharacters) {
     GrayImage image(200, 60, 255);
-    fill(image, {20, 15, 60, 37}, 235);
-    drawFrame(image, {20, 15, 60, 37}, 1, 190);
+    fill(image, {20, 15, 60, 37}, 240);
+    drawFrame(image, {20, 15, 60, 37}, 1, 220);  // Top and bottom are too faint for ink.
+    fill(image, {20, 15, 21, 37}, 110);
+    fill(image, {59, 15, 60, 37}, 110);
     drawLine(image, 28, 20, 12, 2, 0);
     const FoundLines found = findLines(image);
     ASSERT_EQ(found.lines.size(), 1U);
@@ -97,6 +121,17 @@ TEST(LineFinder, KeepsSmallCharactersOfManyStrokes) {
     const FoundLines found = findLines(image);
     ASSERT_EQ(found.lines.size(), 1U);
     EXPECT_EQ(found.lines[0].box.left, 26);
+}
+
+TEST(LineFinder, DropsLargeIconsThatHaveAPattern) {
+    GrayImage image(300, 70, 255);
+    drawLine(image, 60, 20, 30, 4, 0);
+    for (int row = 0; row < 30; ++row) {
+        fill(image, {20, 20 + row, 50, 21 + row}, row % 2 == 0 ? 0 : 90);
+    }
+    const FoundLines found = findLines(image);
+    ASSERT_EQ(found.lines.size(), 1U);
+    EXPECT_EQ(found.lines[0].box.left, 60);
 }
 
 TEST(LineFinder, DropsSmallIcons) {

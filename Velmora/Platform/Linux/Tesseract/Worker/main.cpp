@@ -19,7 +19,6 @@
 #include "Velmora/Platform/Linux/Tesseract/Worker/GlyphLibrary.h"
 #include "Velmora/Platform/Linux/Tesseract/Worker/MessagePipe.h"
 #include "Velmora/Platform/Linux/Tesseract/Worker/TesseractEngine.h"
-#include "Velmora/Platform/Linux/Tesseract/Worker/ZeroPages.h"
 
 namespace {
 
@@ -83,8 +82,7 @@ class Worker {
                 return false;
             }
         }
-        closeZeroBlocks();
-        giveBackZeroPages();
+        ::malloc_trim(0);
         return pipe_.send({Kind::ready, 0, {}});
     }
 

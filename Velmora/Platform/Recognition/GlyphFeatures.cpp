@@ -5,6 +5,8 @@
 #include <cmath>
 #include <vector>
 
+#include "Velmora/Platform/Recognition/DotProduct.h"
+
 namespace velmora {
 
 namespace {
@@ -164,10 +166,7 @@ std::optional<GlyphFeatures> GlyphFeatures::of(const GrayImage& picture) {
 }
 
 float GlyphFeatures::similarity(std::span<const std::int8_t, size> other) const {
-    int sum = 0;
-    for (std::size_t i = 0; i < size; ++i) {
-        sum += static_cast<std::int16_t>(values_[i]) * static_cast<std::int16_t>(other[i]);
-    }
+    const int sum = dotProduct(values_.data(), other.data(), static_cast<int>(size));
     return static_cast<float>(sum) / (scale * scale);
 }
 

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "Velmora/Platform/Recognition/DotProduct.h"
+
 namespace velmora {
 
 namespace {
@@ -37,14 +39,6 @@ std::vector<std::uint8_t> darknessOf(const GrayImage& picture) {
     std::transform(picture.pixels().begin(), picture.pixels().end(), darkness.begin(),
                    [](std::uint8_t value) { return static_cast<std::uint8_t>(255 - value); });
     return darkness;
-}
-
-int dotProduct(const std::uint8_t* a, const std::uint8_t* b, int count) {
-    int sum = 0;
-    for (int i = 0; i < count; ++i) {
-        sum += a[i] * b[i];
-    }
-    return sum;
 }
 
 }  // namespace

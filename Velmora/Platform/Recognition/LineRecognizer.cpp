@@ -18,7 +18,7 @@ namespace {
 
 constexpr double firstInkHeight = 33;  ///< Two sizes, so that the readings err independently.
 constexpr double secondInkHeight = 38;
-constexpr double reachInEm = 8;  ///< Of the line that is read, on both sides of the focus.
+constexpr double reachInEm = 6;  ///< Of the line that is read, on both sides of the focus.
 constexpr double emPerLineHeight = 1.07;
 constexpr std::size_t windowBefore = 4;
 constexpr std::size_t windowAfter = 5;

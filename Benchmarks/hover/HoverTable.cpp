@@ -5,11 +5,14 @@
 #include <chrono>
 #include <cmath>
 #include <cstdio>
+#include <filesystem>
+#include <optional>
 #include <stdexcept>
 #include <thread>
 
 #include "Benchmarks/hover/ProcessFigures.h"
 #include "Tests/Desktop/Support/HoverStage.h"
+#include "Tests/Desktop/Support/LatinPicture.h"
 
 namespace velmora::benchmark {
 
@@ -47,9 +50,62 @@ double quantile(std::vector<double> values, double part) {
     return values[static_cast<std::size_t>(std::max(index, 0.0))];
 }
 
+/// Lets the program read from the screen once, which makes it prepare the forms of characters, and
+/// waits for their file.
+void prepareForms(test::HoverStage& stage) {
+    stage.hover(0, 0);
+    const std::filesystem::path forms =
+        std::filesystem::path(stage.desktop().environment().at("XDG_CACHE_HOME")) /
+        "velmora/glyphs.bin";
+    if (!stage.desktop().waitUntil([&] { return std::filesystem::exists(forms); },
+                                   std::chrono::minutes(3))) {
+        throw std::runtime_error("the forms of characters do not get ready");
+    }
+    stage.leave();
+    stage.hover(1, 0);
+    stage.leave();
+}
+
+/// A character near the target, at whose place what was read for the target still serves.
+std::size_t besideOf(const Target& target) {
+    return target.position >= 2 ? target.position - 2 : target.position + 2;
+}
+
+void hoverTarget(test::HoverStage& stage, const Target& target, ProgramFigures& figures,
+                 std::vector<double>& milliseconds) {
+    const test::Hover hover = stage.hover(target.line, target.position);
+    const std::string expected = stage.text().word(target.line, target.position).matchedText;
+    ++figures.hovers;
+    if (hover.word() == expected) {
+        ++figures.right;
+    } else {
+        figures.wrong.push_back(expected + " read as " + hover.word() + " in " +
+                                hover.record.dump() + "\n" + stage.explain(hover.pointer));
+    }
+    if (hover.milliseconds) {
+        milliseconds.push_back(*hover.milliseconds);
+    }
+}
+
+/// The milliseconds from the last dwell to its answer; nothing while there is none.
+std::optional<double> lastAnswer(const test::RunningVelmora& velmora, std::size_t since) {
+    const auto moments = velmora.moments();
+    std::optional<std::int64_t> dwell;
+    std::optional<double> answer;
+    for (std::size_t i = since; i < moments.size(); ++i) {
+        if (moments[i].name == "dwell") {
+            dwell = moments[i].microseconds;
+            answer.reset();
+        } else if (moments[i].name == "answered" && dwell) {
+            answer = static_cast<double>(moments[i].microseconds - *dwell) / 1000.0;
+        }
+    }
+    return answer;
+}
+
 }  // namespace
 
-ProgramFigures measureProgram(const test::ReadProgram& program, int count) {
+ProgramFigures measureProgram(const test::ReadProgram& program, bool isReadFromScreen, int count) {
     ProgramFigures figures;
     figures.name = program.name;
     figures.toolkit = program.toolkit;
@@ -57,19 +113,14 @@ ProgramFigures measureProgram(const test::ReadProgram& program, int count) {
         test::HoverStage stage(program);
         figures.readyMilliseconds =
             static_cast<double>(stage.velmora().microsecondsToReady().value_or(0)) / 1000.0;
+        if (isReadFromScreen) {
+            prepareForms(stage);
+        }
         for (const Target& target : targetsOf(stage.text(), count)) {
-            const test::Hover hover = stage.hover(target.line, target.position);
-            const std::string expected =
-                stage.text().word(target.line, target.position).matchedText;
-            ++figures.hovers;
-            if (hover.word() == expected) {
-                ++figures.right;
-            } else {
-                figures.wrong.push_back(expected + " read as " + hover.word() + " in " +
-                                        hover.record.dump() + "\n" + stage.explain(hover.pointer));
-            }
-            if (hover.milliseconds) {
-                figures.milliseconds.push_back(*hover.milliseconds);
+            hoverTarget(stage, target, figures, figures.milliseconds);
+            if (isReadFromScreen) {
+                hoverTarget(stage, {target.line, besideOf(target)}, figures,
+                            figures.cachedMilliseconds);
             }
         }
         figures.residentMegabytes = residentMegabytes(stage.velmora().processes());
@@ -77,6 +128,50 @@ ProgramFigures measureProgram(const test::ReadProgram& program, int count) {
         figures.failure = error.what();
     }
     return figures;
+}
+
+NothingFigures measureNothing() {
+    NothingFigures figures;
+    try {
+        test::VirtualDesktop::Options options;
+        options.width = test::LatinPicture::width;
+        options.height = test::LatinPicture::height;
+        test::VirtualDesktop desktop(options);
+        desktop.enter();
+        desktop.movePointer(2, 2);
+        test::LatinPicture::show(desktop);
+        test::RunningVelmora velmora(desktop);
+        for (const Point place : test::LatinPicture::places()) {
+            const std::size_t records = velmora.records().size();
+            const std::size_t moments = velmora.moments().size();
+            desktop.movePointer(static_cast<int>(place.x), static_cast<int>(place.y));
+            desktop.waitUntil(
+                [&] { return lastAnswer(velmora, moments) && velmora.records().size() > records; });
+            const auto milliseconds = lastAnswer(velmora, moments);
+            if (!milliseconds || velmora.records().size() <= records) {
+                throw std::runtime_error("no answer");
+            }
+            figures.milliseconds.push_back(*milliseconds);
+            figures.found += velmora.records().back().at("event") == "lookup" ? 1 : 0;
+        }
+    } catch (const std::exception& error) {
+        figures.failure = error.what();
+    }
+    return figures;
+}
+
+void printNothing(const NothingFigures& figures) {
+    if (!figures.failure.empty()) {
+        std::printf("\nNo Chinese text on %d x %d: failed\n", test::LatinPicture::width,
+                    test::LatinPicture::height);
+        return;
+    }
+    std::printf(
+        "\nNo Chinese text on %d x %d: %zu places, Chinese seen at %d, answer after %.0f ms "
+        "(median), %.0f ms (p95), %.0f ms (longest).\n",
+        test::LatinPicture::width, test::LatinPicture::height, figures.milliseconds.size(),
+        figures.found, quantile(figures.milliseconds, 0.5), quantile(figures.milliseconds, 0.95),
+        quantile(figures.milliseconds, 1));
 }
 
 IdleFigures measureIdle(int seconds) {
@@ -116,6 +211,12 @@ void printTable(const std::vector<ProgramFigures>& figures) {
                     each.milliseconds.empty() ? 0 : each.milliseconds.front(),
                     quantile(each.milliseconds, 0.5), quantile(each.milliseconds, 0.95),
                     each.readyMilliseconds, each.residentMegabytes);
+        if (!each.cachedMilliseconds.empty()) {
+            std::printf("| %s, from the cache | %s | | %.0f ms | %.0f ms | | |\n",
+                        each.name.c_str(), each.toolkit.c_str(),
+                        quantile(each.cachedMilliseconds, 0.5),
+                        quantile(each.cachedMilliseconds, 0.95));
+        }
     }
     if (figures.size() > 1) {
         std::printf("| all | | | | %.0f ms | %.0f ms | | |\n", quantile(all, 0.5),

@@ -3,6 +3,8 @@
 // tells how many were right and how long they took.
 //
 //   benchmark_hover [--words N] [--idle SECONDS] [PROGRAM…]
+//
+// A PROGRAM that is called "nothing" is a whole screen without Chinese text.
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -36,26 +38,22 @@ Arguments parse(int count, char** values) {
     return arguments;
 }
 
-/// Those that tell their text first, then those whose text must be read from the screen.
-std::vector<velmora::test::ReadProgram> allPrograms() {
-    std::vector<velmora::test::ReadProgram> programs = velmora::test::ReadProgram::all();
-    const auto& pixels = velmora::test::pixelPrograms();
-    programs.insert(programs.end(), pixels.begin(), pixels.end());
-    return programs;
+bool isWanted(const Arguments& arguments, const std::string& name) {
+    const auto& wanted = arguments.programs;
+    return wanted.empty() || std::find(wanted.begin(), wanted.end(), name) != wanted.end();
 }
 
-int run(const Arguments& arguments) {
-    using namespace velmora;
-    std::vector<benchmark::ProgramFigures> table;
+/// The figures of those programs that are wanted. Returns how many failed.
+int measure(const Arguments& arguments, const std::vector<velmora::test::ReadProgram>& programs,
+            bool areReadFromScreen, std::vector<velmora::benchmark::ProgramFigures>& table) {
     int failures = 0;
-    for (const test::ReadProgram& program : allPrograms()) {
-        const auto& wanted = arguments.programs;
-        if (!wanted.empty() &&
-            std::find(wanted.begin(), wanted.end(), program.name) == wanted.end()) {
+    for (const velmora::test::ReadProgram& program : programs) {
+        if (!isWanted(arguments, program.name)) {
             continue;
         }
         std::fprintf(stderr, "    %s\n", program.name.c_str());
-        table.push_back(benchmark::measureProgram(program, arguments.words));
+        table.push_back(
+            velmora::benchmark::measureProgram(program, areReadFromScreen, arguments.words));
         for (const std::string& wrong : table.back().wrong) {
             std::fprintf(stderr, "      %s\n", wrong.c_str());
         }
@@ -64,7 +62,23 @@ int run(const Arguments& arguments) {
             ++failures;
         }
     }
+    return failures;
+}
+
+int run(const Arguments& arguments) {
+    using namespace velmora;
+    std::vector<benchmark::ProgramFigures> table;
+    int failures = measure(arguments, test::ReadProgram::all(), false, table);
+    failures += measure(arguments, test::pixelPrograms(), true, table);
     benchmark::printTable(table);
+    if (isWanted(arguments, "nothing")) {
+        const benchmark::NothingFigures nothing = benchmark::measureNothing();
+        benchmark::printNothing(nothing);
+        if (!nothing.failure.empty()) {
+            std::fprintf(stderr, "      %s\n", nothing.failure.c_str());
+            ++failures;
+        }
+    }
     if (arguments.idleSeconds > 0) {
         const benchmark::IdleFigures idle = benchmark::measureIdle(arguments.idleSeconds);
         long long switches = 0;

@@ -48,6 +48,7 @@ class FakeReader : public LineReader {
   public:
     std::map<ScriptModel, std::deque<std::vector<std::string>>> texts;
     int reads = 0;
+    int comparisons = 0;
     float confidence = 0.97F;
     bool hasFonts = true;
     std::u32string glyphs;  ///< Whose forms are at hand for `matchCells`.
@@ -82,6 +83,7 @@ class FakeReader : public LineReader {
     }
 
     std::optional<MatchedCells> matchCells(const CellsToMatch& request) override {
+        ++comparisons;
         if (glyphs.empty()) {
             return std::nullopt;
         }

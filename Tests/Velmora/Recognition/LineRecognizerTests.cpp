@@ -122,6 +122,32 @@ TEST(RememberingLineReader, ReadsTheSameLineOnce) {
     EXPECT_EQ(reader.reads, 4);
 }
 
+TEST(RememberingLineReader, ComparesTheSameCellsOnce) {
+    FakeReader reader;
+    RememberingLineReader remembering(reader);
+    CellsToMatch request{pictureOf(U"中文").image, em, {{{20, 40}, {}}}};
+    EXPECT_FALSE(remembering.matchCells(request));
+    reader.glyphs = U"中文";
+    const auto matches = remembering.matchCells(request);
+    ASSERT_TRUE(matches);
+    EXPECT_EQ(remembering.matchCells(request)->cells, matches->cells);
+    EXPECT_EQ(reader.comparisons, 2);
+
+    const auto isComparedAnew = [&] {
+        const int before = reader.comparisons;
+        remembering.matchCells(request);
+        return reader.comparisons == before + 1;
+    };
+    request.cells.front().candidates.push_back(U'中');
+    EXPECT_TRUE(isComparedAnew());
+    request.cells.front().cell.right += 2;
+    EXPECT_TRUE(isComparedAnew());
+    request.em += 1;
+    EXPECT_TRUE(isComparedAnew());
+    request.strip.at(0, 0) ^= 1;
+    EXPECT_TRUE(isComparedAnew());
+}
+
 TEST(LineRecognizer, KeepsSilentAboutForeignScripts) {
     FakeReader reader;
     reader.hasFonts = false;

@@ -18,7 +18,8 @@ namespace {
 
 constexpr double firstInkHeight = 33;  ///< Two sizes, so that the readings err independently.
 constexpr double secondInkHeight = 38;
-constexpr double reachInEm = 6;  ///< Of the line that is read, on both sides of the focus.
+constexpr double reachInEm = 6;        ///< Of the line that is read, on both sides of the focus.
+constexpr double leastRestInEm = 2.5;  ///< Less than that beyond it is read as well.
 constexpr double emPerLineHeight = 1.07;
 constexpr std::size_t windowBefore = 4;
 constexpr std::size_t windowAfter = 5;
@@ -70,10 +71,11 @@ PixelBox clipAround(const FoundLines& found, const PixelBox& line, double focus)
     PixelBox box = line;
     const int left = static_cast<int>(focus) - reach;
     const int right = static_cast<int>(focus) + reach;
-    if (left > line.left + slack) {
+    const int rest = static_cast<int>(leastRestInEm * em);
+    if (left > line.left + rest) {
         box.left = cutNear(found.ink, line, left, slack);
     }
-    if (right < line.right - slack) {
+    if (right < line.right - rest) {
         box.right = cutNear(found.ink, line, right, slack);
     }
     return box;

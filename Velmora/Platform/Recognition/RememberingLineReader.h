@@ -8,8 +8,9 @@
 
 namespace velmora {
 
-/// Remembers the last lines that another reader has read, so that a line that comes up again in a
-/// larger capture costs nothing. Keeps no pictures. Not for several threads at once.
+/// Remembers the last lines that another reader has read, and what their cells were like, so that a
+/// line that comes up again in a larger capture costs nothing. Keeps no pictures. Not for several
+/// threads at once.
 class RememberingLineReader : public LineReader {
   public:
     explicit RememberingLineReader(LineReader& reader) : reader_(reader) {}
@@ -18,9 +19,7 @@ class RememberingLineReader : public LineReader {
     std::optional<GrayImage> drawCharacter(char32_t character, ScriptModel style) override {
         return reader_.drawCharacter(character, style);
     }
-    std::optional<MatchedCells> matchCells(const CellsToMatch& request) override {
-        return reader_.matchCells(request);
-    }
+    std::optional<MatchedCells> matchCells(const CellsToMatch& request) override;
 
   private:
     struct Memory {
@@ -30,10 +29,19 @@ class RememberingLineReader : public LineReader {
         LineReading reading;
     };
 
+    struct Comparison {
+        std::uint64_t hash;
+        int width;
+        std::size_t cells;
+        MatchedCells matches;
+    };
+
     static constexpr std::size_t mostLines = 48;
+    static constexpr std::size_t mostComparisons = 16;
 
     LineReader& reader_;
     std::deque<Memory> memories_;
+    std::deque<Comparison> comparisons_;
 };
 
 }  // namespace velmora

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Velmora/Platform/Linux/Tesseract/Worker/MessagePipe.h"
 
+#include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -22,6 +23,11 @@ bool MessagePipe::receiveAll(std::uint8_t* data, std::size_t size) const {
         size -= static_cast<std::size_t>(count);
     }
     return true;
+}
+
+bool MessagePipe::waitsFor(std::chrono::milliseconds time) const {
+    pollfd entry{descriptor_, POLLIN, 0};
+    return ::poll(&entry, 1, static_cast<int>(time.count())) != 0;
 }
 
 std::optional<RecognizerMessage> MessagePipe::receive() const {

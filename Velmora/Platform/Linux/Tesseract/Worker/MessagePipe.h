@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <chrono>
 #include <optional>
 
 #include "Velmora/Platform/Recognition/RecognizerMessage.h"
@@ -11,6 +12,9 @@ namespace velmora {
 class MessagePipe {
   public:
     explicit MessagePipe(int descriptor) : descriptor_(descriptor) {}
+
+    /// Whether a request comes, or the program goes, before the time is over.
+    bool waitsFor(std::chrono::milliseconds time) const;
 
     /// The next request; nothing once the program is gone or says something unintelligible.
     std::optional<RecognizerMessage> receive() const;

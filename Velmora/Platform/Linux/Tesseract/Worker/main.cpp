@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <chrono>
 #include <csignal>
 #include <cstdint>
 #include <cstdlib>
@@ -28,6 +29,7 @@ using Kind = RecognizerMessage::Kind;
 constexpr int connection = 3;
 constexpr unsigned longestRequestSeconds = 5;
 constexpr std::uint32_t requestsBetweenTrims = 64;
+constexpr std::chrono::milliseconds restBeforeTrim{150};
 constexpr rlim_t greatestMemory = rlim_t{1} << 30;
 
 /// One thread is seven times faster than the default, and the OpenMP library reads its limit once,
@@ -92,12 +94,14 @@ class Worker {
             ::alarm(longestRequestSeconds);
             RecognizerMessage reply = answer(*request);
             ::alarm(0);
-            if (request->sequence % requestsBetweenTrims == 0) {
-                ::malloc_trim(0);
-            }
             reply.sequence = request->sequence;
             if (!pipe_.send(reply)) {
                 return;
+            }
+            // What a line took goes back to the system when nobody asks for the next one, and now
+            // and then while somebody does.
+            if (request->sequence % requestsBetweenTrims == 0 || !pipe_.waitsFor(restBeforeTrim)) {
+                ::malloc_trim(0);
             }
         }
     }

@@ -105,7 +105,7 @@ void X11EventMonitor::Parts::updateSelection() {
 }
 
 std::optional<X11PointerState> X11EventMonitor::Parts::askPointer() {
-    const auto state = x11PointerState(connection, selection.masterPointer(), connection.root());
+    auto state = x11PointerState(connection, selection.masterPointer(), connection.root());
     if (state) {
         lastNative = state->native;
     }

@@ -2,6 +2,7 @@
 // The composition root: makes every part of the program and hands it to those that use it.
 #include <QElapsedTimer>
 #include <QLoggingCategory>
+#include <QPointer>
 #include <QThreadPool>
 #include <cstdio>
 #include <cstdlib>
@@ -134,6 +135,14 @@ class Application {
             noteHoverTime("ready");
             backends_.startRecognition(dictionary);
         }});
+        // Right after a login the bus may come after us, and nobody else would look again.
+        backends_.observeAccessibility([mainQueue = mainQueue_, model = QPointer(&model_)] {
+            mainQueue->post([model] {
+                if (model) {
+                    model->permissions().recheck();
+                }
+            });
+        });
         onboarding_.attach(model_);
         settingsWindow_.attach(model_);
     }

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <signal.h>
 
+#include <atomic>
 #include <stdexcept>
 
 #include "Tests/Contracts/AtSpi/AtSpiBench.h"
@@ -73,6 +74,11 @@ TEST(AtSpiBusLife, readsAgainAfterTheAccessibilityBusDied) {
     ASSERT_NE(element, nullptr);
     ASSERT_TRUE(element->boundsForRange({0, 1}).has_value());
 
+    const auto service = std::make_shared<AtSpiService>();
+    std::atomic<int> connections = 0;
+    service->observeConnections([&connections] { ++connections; });
+    ASSERT_TRUE(bench.desktop().waitUntil([&] { return connections == 1; }));
+
     const std::string before = launcher(bench.desktop());
     ASSERT_FALSE(before.empty());
     killBus(bench.desktop(), accessibilityAddress(bench.desktop()));
@@ -88,6 +94,7 @@ TEST(AtSpiBusLife, readsAgainAfterTheAccessibilityBusDied) {
     ASSERT_TRUE(bench.desktop().waitUntil([&] { return launcher(bench.desktop()) != before; }));
     setEnabled(bench.desktop(), true);
     ASSERT_TRUE(bench.desktop().waitUntil([&] { return bench.isTrusted(); }));
+    EXPECT_TRUE(bench.desktop().waitUntil([&] { return connections > 1; }));
     startSample(bench);
 }
 

@@ -61,6 +61,28 @@ TEST(SessionTest, keepsPanelsOnTheScreenOfTheWord) {
     EXPECT_DOUBLE_EQ(later.popover->minX(), 800 + 12);
 }
 
+/// The process that answers for the accessibility bus.
+pid_t accessibilityLauncher(VirtualDesktop& desktop) {
+    const std::string reply =
+        desktop.run({"dbus-send", "--session", "--print-reply", "--dest=org.freedesktop.DBus",
+                     "/org/freedesktop/DBus", "org.freedesktop.DBus.GetConnectionUnixProcessID",
+                     "string:org.a11y.Bus"});
+    return std::stoi(reply.substr(reply.rfind(' ')));
+}
+
+TEST(SessionTest, beginsOnceALateAccessibilityBusIsThere) {
+    VirtualDesktop desktop;
+    desktop.enter();
+    const pid_t launcher = accessibilityLauncher(desktop);
+    // It answers no one for a while, for longer than the program waits at its start. Where a slow
+    // machine takes all of that time to start it, there is nothing to see.
+    ASSERT_EQ(kill(launcher, SIGSTOP), 0);
+    desktop.launch({"sh", "-c", "sleep 3; kill -CONT " + std::to_string(launcher)});
+    RunningVelmora velmora(desktop);
+    EXPECT_NE(velmora.command({"diagnostics"}).output.find("Live status: Hover lookup ready"),
+              std::string::npos);
+}
+
 TEST(SessionTest, obeysTheCommands) {
     HoverStage stage(editor(), leftHalf());
     ASSERT_EQ(stage.hover(0, 1).word(), stage.text().word(0, 1).matchedText);

@@ -41,6 +41,10 @@ struct PlatformBackends {
     /// Waits until it is known whether other programs' texts can be read; whether they can.
     std::function<bool(std::chrono::milliseconds)> waitForAccessibility =
         [](std::chrono::milliseconds) { return true; };
+    /// Calls this, on any thread, each time that other programs' texts may have become readable
+    /// because the bus to them is there: late after a login, or again.
+    std::function<void(std::function<void()>)> observeAccessibility =
+        [](const std::function<void()>&) {};
     /// Begins to load the languages of recognition in the background, and the words of this
     /// dictionary, which may be null. Main thread, once.
     std::function<void(std::shared_ptr<const DictionaryStore>)> startRecognition =

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Velmora/Platform/Loader/X11Platform.h"
 
+#include <utility>
+
 #include "Velmora/Platform/Linux/AtSpi/AtSpiService.h"
 #include "Velmora/Platform/Linux/AtSpi/AtSpiSystem.h"
 #include "Velmora/Platform/Linux/PortalAppearance.h"
@@ -37,6 +39,9 @@ PlatformBackends loadX11Platform() {
     backends.waitForAccessibility = [accessibilityBus](std::chrono::milliseconds patience) {
         accessibilityBus->awaitConnection(patience);
         return accessibilityBus->grant().isGiven();
+    };
+    backends.observeAccessibility = [accessibilityBus](std::function<void()> observer) {
+        accessibilityBus->observeConnections(std::move(observer));
     };
     addRecognition(backends);
     return backends;

@@ -136,6 +136,7 @@ bool AtSpiBus::connectAccessibility() {
     }
     listenToFocus();
     grant_.reachable = true;
+    emit connected();
     return true;
 }
 

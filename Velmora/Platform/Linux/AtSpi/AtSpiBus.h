@@ -63,6 +63,10 @@ class AtSpiBus : public QObject {
     AtSpiFocusMemory& focus() { return focus_; }
 
   signals:
+    /// The accessibility bus was connected to, again or for the first time, and the state of the
+    /// grant is known.
+    void connected();
+
     /// A program is gone from the accessibility bus, and its name with it.
     void programGone(const QString& bus);
 

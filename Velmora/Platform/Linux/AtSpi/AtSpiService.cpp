@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Velmora/Platform/Linux/AtSpi/AtSpiService.h"
 
+#include <utility>
+
 namespace velmora {
 
 namespace {
@@ -23,6 +25,15 @@ AtSpiService::~AtSpiService() {
 void AtSpiService::awaitConnection(std::chrono::milliseconds patience) {
     // Jobs run in order, and the first one connects.
     worker_.run<bool>(patience, [] { return true; });
+}
+
+void AtSpiService::observeConnections(std::function<void()> observer) {
+    worker_.post([this, observer = std::move(observer)] {
+        QObject::connect(&core_->bus, &AtSpiBus::connected, &core_->bus, observer);
+        if (grant_.reachable) {
+            observer();
+        }
+    });
 }
 
 bool AtSpiService::switchOn() {

@@ -74,8 +74,8 @@ TEST(AtSpiBusLife, readsAgainAfterTheAccessibilityBusDied) {
     ASSERT_NE(element, nullptr);
     ASSERT_TRUE(element->boundsForRange({0, 1}).has_value());
 
-    const auto service = std::make_shared<AtSpiService>();
     std::atomic<int> connections = 0;
+    const auto service = std::make_shared<AtSpiService>();
     service->observeConnections([&connections] { ++connections; });
     ASSERT_TRUE(bench.desktop().waitUntil([&] { return connections == 1; }));
 

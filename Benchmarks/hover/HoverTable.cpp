@@ -212,7 +212,7 @@ void printTable(const std::vector<ProgramFigures>& figures) {
                     quantile(each.milliseconds, 0.5), quantile(each.milliseconds, 0.95),
                     each.readyMilliseconds, each.residentMegabytes);
         if (!each.cachedMilliseconds.empty()) {
-            std::printf("| %s, from the cache | %s | | %.0f ms | %.0f ms | | |\n",
+            std::printf("| %s, from the cache | %s | | | %.0f ms | %.0f ms | | |\n",
                         each.name.c_str(), each.toolkit.c_str(),
                         quantile(each.cachedMilliseconds, 0.5),
                         quantile(each.cachedMilliseconds, 0.95));

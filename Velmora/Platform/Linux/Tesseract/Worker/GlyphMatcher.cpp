@@ -30,6 +30,8 @@ constexpr std::chrono::milliseconds ownTime{120};
 constexpr std::chrono::milliseconds clockTime{350};
 constexpr float settledStyle = 0.975F;  ///< A search goes no further.
 constexpr float rememberedStyle = 0.85F;
+constexpr int enoughSearches = 2;  ///< That found the same style, which is then taken to be it.
+constexpr float aboutAsGood = 0.01F;
 
 /// That this thread has had so far.
 std::chrono::nanoseconds processorTime() {
@@ -229,22 +231,45 @@ GlyphMatcher::FittingStyle GlyphMatcher::findStyle(const std::vector<Ink>& cells
     });
     probes.resize(std::min(probes.size(), mostProbes));
     FittingStyle best;
-    for (const GlyphStyle& style : styles_) {
-        if (std::fabs(style.size - em) <= 2.5) {
-            const float fit = fitOf(probes, style, 3);
-            best = fit > best.fit ? FittingStyle{style, fit} : best;
+    bool isSure = false;
+    for (const KnownStyle& known : styles_) {
+        if (std::fabs(known.style.size - em) <= 2.5) {
+            const float fit = fitOf(probes, known.style, 3);
+            isSure = fit > best.fit ? fit >= sureStyle || known.isBest(fit) : isSure;
+            best = fit > best.fit ? FittingStyle{known.style, fit} : best;
         }
     }
-    if (best.fit < sureStyle) {
+    if (!isSure) {
         const FittingStyle found = searchStyles(probes, em);
         best = found.fit > best.fit ? found : best;
     }
     if (best.fit >= rememberedStyle) {
-        std::erase(styles_, best.style);
-        styles_.insert(styles_.begin(), best.style);
-        styles_.resize(std::min(styles_.size(), mostStyles));
+        remember(best, !isSure && probes.size() == mostProbes && !isHurried());
     }
     return best;
+}
+
+/// Letters that no font draws just so, such as those with an outline, never reach what makes a
+/// style sure; that others are not better either is known after some searches.
+bool GlyphMatcher::KnownStyle::isBest(float fit) const {
+    return searches >= enoughSearches && fit >= leastFit - aboutAsGood;
+}
+
+void GlyphMatcher::remember(const FittingStyle& style, bool isSearched) {
+    KnownStyle known{style.style};
+    const auto before = std::find_if(styles_.begin(), styles_.end(), [&](const KnownStyle& other) {
+        return other.style == style.style;
+    });
+    if (before != styles_.end()) {
+        known = *before;
+        styles_.erase(before);
+    }
+    if (isSearched) {
+        ++known.searches;
+        known.leastFit = std::min(known.leastFit, style.fit);
+    }
+    styles_.insert(styles_.begin(), known);
+    styles_.resize(std::min(styles_.size(), mostStyles));
 }
 
 /// Compares the first matches, the given ones, and as long as nothing fits the others too. What has

@@ -35,12 +35,20 @@ class GlyphMatcher {
         GlyphStyle style;
         float fit = 0;
     };
+    /// A style that fitted, and what searches for a better one came to.
+    struct KnownStyle {
+        GlyphStyle style;
+        int searches = 0;    ///< That found none.
+        float leastFit = 1;  ///< At these.
+        bool isBest(float fit) const;
+    };
 
     static constexpr std::size_t mostStyles = 6;
     static constexpr std::size_t mostDrawings = 1500;
 
     Ink prepare(const CellsToMatch& request, const CellToMatch& cell, const GlyphStore& store);
     FittingStyle findStyle(const std::vector<Ink>& cells, double em);
+    void remember(const FittingStyle& style, bool isSearched);
     FittingStyle searchStyles(const std::vector<const Ink*>& probes, double em);
     float fitOf(const std::vector<const Ink*>& probes, const GlyphStyle& style,
                 std::size_t candidates);
@@ -55,7 +63,7 @@ class GlyphMatcher {
     GlyphFonts& fonts_;
     std::chrono::steady_clock::time_point begun_{};  ///< Of the current request.
     std::chrono::nanoseconds begunProcessor_{};
-    std::vector<GlyphStyle> styles_;  ///< That fitted, the last used first.
+    std::vector<KnownStyle> styles_;  ///< That fitted, the last used first.
     std::map<DrawingKey, std::optional<GrayImage>> drawings_;
 };
 

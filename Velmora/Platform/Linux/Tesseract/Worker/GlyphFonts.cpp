@@ -13,7 +13,7 @@ namespace velmora {
 
 namespace {
 
-constexpr std::size_t mostOpen = 2;
+constexpr std::size_t mostOpen = 2;  ///< Each takes two megabytes.
 constexpr double greatestSize = 160;
 
 FT_Int32 loadFlags(GlyphRendering rendering) {

@@ -79,4 +79,10 @@ std::optional<MatchedCells> GlyphLibrary::match(const CellsToMatch& request) {
     return matcher_ ? std::optional(matcher_->match(request, *store_)) : std::nullopt;
 }
 
+void GlyphLibrary::rest() const {
+    if (store_) {
+        store_->rest();
+    }
+}
+
 }  // namespace velmora

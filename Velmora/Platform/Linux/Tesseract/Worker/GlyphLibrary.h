@@ -27,6 +27,9 @@ class GlyphLibrary {
     /// Nothing where the forms are not ready.
     std::optional<MatchedCells> match(const CellsToMatch& request);
 
+    /// To be called when nothing is asked for: keeps what is slow to make, and no more.
+    void rest() const;
+
   private:
     void prepare(const KnowGlyphsRequest& request);
 

@@ -29,7 +29,7 @@ constexpr float farBehind = 0.08F;     ///< A shape that is no candidate beside 
 constexpr std::chrono::milliseconds ownTime{120};
 constexpr std::chrono::milliseconds clockTime{350};
 constexpr float settledStyle = 0.975F;  ///< A search goes no further.
-constexpr float rememberedStyle = 0.85F;
+constexpr float rememberedStyle = 0.75F;
 constexpr int enoughSearches = 2;  ///< That found the same style, which is then taken to be it.
 constexpr float aboutAsGood = 0.01F;
 

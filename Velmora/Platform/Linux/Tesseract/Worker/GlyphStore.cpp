@@ -164,6 +164,11 @@ GlyphStore::~GlyphStore() {
     ::munmap(memory_, length_);
 }
 
+void GlyphStore::rest() const {
+    // What a file stands behind comes back from it.
+    ::madvise(memory_, length_, MADV_DONTNEED);
+}
+
 std::span<const std::int8_t, GlyphFeatures::size> GlyphStore::values(std::size_t entry) const {
     return std::span<const std::int8_t, GlyphFeatures::size>(values_ + entry * GlyphFeatures::size,
                                                              GlyphFeatures::size);

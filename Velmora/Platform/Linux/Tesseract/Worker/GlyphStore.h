@@ -42,6 +42,9 @@ class GlyphStore {
 
     std::size_t size() const { return count_; }
 
+    /// Gives the memory back to the system until it is looked at again.
+    void rest() const;
+
     /// The Chinese characters that are most alike, the best first, each once; then so many letters
     /// of other scripts.
     std::vector<Neighbour> nearest(const GlyphFeatures& ink, std::size_t count,

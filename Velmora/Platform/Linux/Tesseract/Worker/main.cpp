@@ -100,7 +100,10 @@ class Worker {
             }
             // What a line took goes back to the system when nobody asks for the next one, and now
             // and then while somebody does.
-            if (request->sequence % requestsBetweenTrims == 0 || !pipe_.waitsFor(restBeforeTrim)) {
+            if (!pipe_.waitsFor(restBeforeTrim)) {
+                glyphs_.rest();
+                ::malloc_trim(0);
+            } else if (request->sequence % requestsBetweenTrims == 0) {
                 ::malloc_trim(0);
             }
         }

@@ -84,7 +84,7 @@ struct X11Screens::Parts {
     void rebuild();
     void followPanels(const std::set<xcb_window_t>& windows);
     void note(const xcb_generic_event_t& event);
-    void select(xcb_window_t window, std::uint32_t events);
+    void select(xcb_window_t window, std::uint32_t events) const;
 
     X11Connection connection;
     std::set<xcb_window_t> panels;
@@ -152,7 +152,7 @@ void X11Screens::Parts::followPanels(const std::set<xcb_window_t>& windows) {
     xcb_flush(connection.get());
 }
 
-void X11Screens::Parts::select(xcb_window_t window, std::uint32_t events) {
+void X11Screens::Parts::select(xcb_window_t window, std::uint32_t events) const {
     if (connection.isOpen()) {
         xcb_change_window_attributes(connection.get(), window, XCB_CW_EVENT_MASK, &events);
     }

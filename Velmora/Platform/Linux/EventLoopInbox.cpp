@@ -25,21 +25,16 @@ void EventLoopInbox::post(std::function<void()> work) {
 }
 
 bool EventLoopInbox::event(QEvent* event) {
+    std::unique_lock lock(mutex_);
     if (event->type() != workCame) {
+        lock.unlock();
         return QObject::event(event);
     }
-    runNext();
-    return true;
-}
-
-void EventLoopInbox::runNext() {
-    std::function<void()> next;
-    {
-        const std::lock_guard lock(mutex_);
-        next = std::move(work_.front());
-        work_.pop_front();
-    }
+    const std::function<void()> next = std::move(work_.front());
+    work_.pop_front();
+    lock.unlock();
     next();
+    return true;
 }
 
 }  // namespace velmora

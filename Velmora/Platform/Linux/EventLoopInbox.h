@@ -20,8 +20,6 @@ class EventLoopInbox final : public QObject {
     bool event(QEvent* event) override;
 
   private:
-    void runNext();
-
     std::mutex mutex_;
     std::deque<std::function<void()>> work_;
 };

@@ -55,7 +55,7 @@ struct X11WindowLocator::Parts {
 
     /// The window that the server itself names at the point, if it is one that counts.
     std::optional<X11TopLevel> uppermost(Point point);
-    bool isHit(const X11TopLevel& window, Point point);
+    bool isHit(const X11TopLevel& window, Point point) const;
     bool shapeHolds(const X11TopLevel& window, Point point,
                     xcb_shape_get_rectangles_cookie_t asked) const;
     std::optional<WindowInfo> describe(const Rect& frame, xcb_window_t client);
@@ -104,7 +104,7 @@ std::optional<X11TopLevel> X11WindowLocator::Parts::uppermost(Point point) {
                                                                                    : std::nullopt;
 }
 
-bool X11WindowLocator::Parts::isHit(const X11TopLevel& window, Point point) {
+bool X11WindowLocator::Parts::isHit(const X11TopLevel& window, Point point) const {
     if (!window.frame().contains(point)) {
         return false;
     }

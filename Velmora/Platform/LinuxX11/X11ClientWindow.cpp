@@ -32,6 +32,7 @@ std::vector<xcb_window_t> childrenOf(X11Connection& connection,
                                      const std::vector<xcb_window_t>& parents) {
     xcb_connection_t* const c = connection.get();
     std::vector<xcb_query_tree_cookie_t> cookies;
+    cookies.reserve(parents.size());
     for (const xcb_window_t parent : parents) {
         cookies.push_back(xcb_query_tree(c, parent));
     }
@@ -71,12 +72,14 @@ std::vector<Candidate> candidates(X11Connection& connection,
     xcb_connection_t* const c = connection.get();
     const xcb_atom_t wmState = connection.atom("WM_STATE");
     std::vector<Asked> asked;
+    asked.reserve(windows.size());
     for (const xcb_window_t id : windows) {
         asked.push_back({id, xcb_get_property(c, 0, id, wmState, XCB_GET_PROPERTY_TYPE_ANY, 0, 0),
                          xcb_get_window_attributes(c, id), xcb_get_geometry(c, id),
                          xcb_translate_coordinates(c, id, connection.root(), 0, 0)});
     }
     std::vector<Candidate> result;
+    result.reserve(asked.size());
     for (const Asked& one : asked) {
         result.push_back(answered(connection, one, point));
     }

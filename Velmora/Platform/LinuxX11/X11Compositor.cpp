@@ -24,7 +24,7 @@ struct X11Compositor::Parts {
         pump.keepEarlyEvents();
     }
 
-    void watch() {
+    void watch() const {
         if (!connection.hasExtension(xcb_xfixes_id)) {
             return;
         }
@@ -37,7 +37,7 @@ struct X11Compositor::Parts {
                 XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
     }
 
-    bool readOwner() {
+    bool readOwner() const {
         xcb_connection_t* const c = connection.get();
         const auto reply = xcbOwned(
             xcb_get_selection_owner_reply(c, xcb_get_selection_owner(c, selection), nullptr));

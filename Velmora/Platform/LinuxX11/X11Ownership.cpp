@@ -90,6 +90,7 @@ std::vector<X11Ownership::Part> X11Ownership::childrenOf(const std::vector<Part>
                                                          const std::set<xcb_window_t>& without) {
     xcb_connection_t* const c = connection_.get();
     std::vector<xcb_query_tree_cookie_t> asked;
+    asked.reserve(parts.size());
     for (const Part& part : parts) {
         asked.push_back(xcb_query_tree(c, part.window));
     }
@@ -111,6 +112,7 @@ std::vector<X11Ownership::Part> X11Ownership::childrenOf(const std::vector<Part>
 std::set<xcb_window_t> X11Ownership::ourTopLevels(const std::vector<xcb_window_t>& windows) {
     std::set<xcb_window_t> ours;
     std::vector<Part> parts;
+    parts.reserve(windows.size());
     for (const xcb_window_t window : windows) {
         parts.push_back({window, window});
     }

@@ -63,7 +63,8 @@ bool X11PixelReader::reserve(std::size_t bytes) {
     }
     void* const memory = shmat(id, nullptr, 0);
     bool isAttached = false;
-    if (memory != reinterpret_cast<void*>(-1)) {
+    // The failure is a number in the place of an address.
+    if (reinterpret_cast<std::intptr_t>(memory) != -1) {
         segment_ = xcb_generate_id(connection_.get());
         const auto cookie =
             xcb_shm_attach_checked(connection_.get(), segment_, static_cast<std::uint32_t>(id), 0);

@@ -24,8 +24,8 @@ struct Asked {
 };
 
 std::vector<xcb_window_t> managedWindows(X11Connection& connection) {
-    const auto listed = connection.property(connection.root(), connection.atom("_NET_CLIENT_LIST"),
-                                            XCB_ATOM_WINDOW, windowLimit);
+    auto listed = connection.property(connection.root(), connection.atom("_NET_CLIENT_LIST"),
+                                      XCB_ATOM_WINDOW, windowLimit);
     if (!listed.empty()) {
         return listed;
     }

@@ -180,6 +180,9 @@ TEST_F(PopoverPanelControllerTest, AnAbsurdFontScaleStaysWithinTheBounds) {
         EXPECT_LE(panel().height(), 360) << scale;
         EXPECT_GE(panel().width(), 320) << scale;
         EXPECT_GE(panel().height(), 180) << scale;
+        // Letters that are larger than any screen would be laid out and drawn all the same.
+        EXPECT_LE(view().property("fontScale").toDouble(), 4) << scale;
+        EXPECT_GE(view().property("fontScale").toDouble(), 0.1) << scale;
         EXPECT_FALSE(panel().grabWindow().isNull());
         showSelection(samples::words(6), "学习", scale);
         EXPECT_FALSE(panel().grabWindow().isNull());

@@ -6,6 +6,9 @@
 // the library that does not look its own functions up by name goes on as ever.
 #include <new>
 
+// The names are the library's.
+// NOLINTBEGIN(readability-identifier-naming)
+
 namespace tesseract {
 
 class UNICHARSET;
@@ -32,3 +35,5 @@ void AddAdaptedClass(ADAPT_TEMPLATES_STRUCT* /*templates*/, ADAPT_CLASS_STRUCT* 
 void UnicharAmbigs::LoadUniversal(const UNICHARSET& /*encoder*/, UNICHARSET* /*characters*/) {}
 
 }  // namespace tesseract
+
+// NOLINTEND(readability-identifier-naming)

@@ -6,6 +6,8 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "Tests/Desktop/Support/DrawnForms.h"
+
 namespace velmora::test {
 
 namespace {
@@ -43,6 +45,7 @@ RunningVelmora::RunningVelmora(VirtualDesktop& desktop, const Options& options)
     environment_["VELMORA_QA_LOG"] = "1";
     environment_["VELMORA_QA_LOG_PATH"] = (folder_ / "lookups.jsonl").string();
     environment_["VELMORA_LOG"] = "debug";
+    DrawnForms::lend(environment_.at("XDG_CACHE_HOME"));
     for (const auto& [name, value] : options.environment) {
         environment_[name] = value;
     }

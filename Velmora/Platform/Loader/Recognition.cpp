@@ -2,6 +2,7 @@
 #include "Velmora/Platform/Loader/Recognition.h"
 
 #include <algorithm>
+#include <atomic>
 #include <future>
 #include <thread>
 #include <utility>
@@ -21,6 +22,7 @@ class LoadingRecognizer final : public TesseractRecognizer {
     LoadingRecognizer(const LoadingRecognizer&) = delete;
     LoadingRecognizer& operator=(const LoadingRecognizer&) = delete;
     ~LoadingRecognizer() override {
+        ending_ = true;
         if (loading_.joinable()) {
             loading_.join();
         }
@@ -36,6 +38,7 @@ class LoadingRecognizer final : public TesseractRecognizer {
             started_.set_value();
             if (dictionary) {
                 setWords(wordPatternsOf(*dictionary));
+                askForForms();
             }
         });
     }
@@ -58,7 +61,22 @@ class LoadingRecognizer final : public TesseractRecognizer {
 
   private:
     static constexpr std::chrono::milliseconds longestForForms{4000};
+    static constexpr std::chrono::seconds longestForModels{30};
+    static constexpr std::chrono::milliseconds glance{20};
 
+    /// A first start draws the forms for some seconds: it begins before anybody needs them. Looks
+    /// for the worker in short glances, in between which others may ask it.
+    void askForForms() {
+        const auto deadline = std::chrono::steady_clock::now() + longestForModels;
+        while (!ending_ && std::chrono::steady_clock::now() < deadline) {
+            if (waitUntilReady(glance)) {
+                waitForGlyphs(std::chrono::milliseconds(0));
+                return;
+            }
+        }
+    }
+
+    std::atomic<bool> ending_ = false;
     bool knowsWords_ = false;
     std::promise<void> started_;
     std::shared_future<void> isStarted_ = started_.get_future().share();

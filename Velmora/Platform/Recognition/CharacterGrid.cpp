@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 #include "Velmora/Platform/Recognition/CodePoint.h"
 
@@ -31,6 +32,17 @@ bool isDoubtful(const PlacedLine& line, std::size_t first, std::size_t last, std
         doubtful = doubtful || isHanText(line[i].text);
     }
     return doubtful;
+}
+
+/// How far from a whole number of cells a gap may be. Where characters were read in it, how many
+/// there are is in doubt, but not that they are there.
+double mostOff(const PlacedLine& line, std::size_t first, std::size_t last) {
+    for (std::size_t i = first; i < last; ++i) {
+        if (!isHanText(line[i].text)) {
+            return offGrid;
+        }
+    }
+    return first < last ? 0.5 : offGrid;
 }
 
 }  // namespace
@@ -66,6 +78,19 @@ double pitchOf(const PlacedLine& line) {
     return sum / count;
 }
 
+double pitchOfCertain(const PlacedLine& line, const std::vector<bool>& certain, double pitch) {
+    double sum = 0;
+    int count = 0;
+    for (std::size_t i = 1; i < line.size(); ++i) {
+        const double distance = line[i].cell.middle() - line[i - 1].cell.middle();
+        if (certain[i - 1] && certain[i] && std::fabs(distance - pitch) <= offGrid * pitch) {
+            sum += distance;
+            ++count;
+        }
+    }
+    return count > 0 ? sum / count : pitch;
+}
+
 std::vector<CharacterCell> cellsOnGrid(const PlacedLine& line, const std::vector<bool>& certain,
                                        const ReadingWindow& window, double pitch) {
     std::vector<CharacterCell> cells;
@@ -82,7 +107,8 @@ std::vector<CharacterCell> cellsOnGrid(const PlacedLine& line, const std::vector
         const double left = line[anchors[k - 1]].cell.middle();
         const double distance = line[anchors[k]].cell.middle() - left;
         const int steps = static_cast<int>(std::lround(distance / pitch));
-        if (steps < 2 || steps > 2 * farthest || std::fabs(distance / pitch - steps) > offGrid ||
+        if (steps < 2 || steps > 2 * farthest ||
+            std::fabs(distance / pitch - steps) > mostOff(line, anchors[k - 1] + 1, anchors[k]) ||
             !isDoubtful(line, anchors[k - 1] + 1, anchors[k],
                         static_cast<std::size_t>(steps - 1))) {
             continue;
@@ -120,7 +146,17 @@ void replaceWithin(PlacedLine& line, const PlacedCharacter& character) {
     const auto place = std::find_if(line.begin(), line.end(), [&](const PlacedCharacter& other) {
         return other.cell.middle() > character.cell.middle();
     });
-    line.insert(place, character);
+    const auto inserted = line.insert(place, character);
+    const int nearby = static_cast<int>(overhang * character.cell.width());
+    if (inserted != line.begin()) {
+        int& end = std::prev(inserted)->cell.right;
+        end = character.cell.left - end < nearby ? std::max(end, character.cell.left) : end;
+    }
+    if (const auto next = std::next(inserted); next != line.end()) {
+        int& begin = next->cell.left;
+        begin =
+            begin - character.cell.right < nearby ? std::min(begin, character.cell.right) : begin;
+    }
 }
 
 }  // namespace velmora

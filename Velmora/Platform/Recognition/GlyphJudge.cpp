@@ -211,7 +211,8 @@ std::optional<GlyphJudge::Verdict> GlyphJudge::judge(const FoundLines& found, Pl
             character.exact >= clearExact && character.exact >= matches->fontFit - belowFit;
     }
     if (matches->fontFit >= knownFont) {
-        verdict.changed += regrid(found, line, certain, window, pitch, matches->fontFit);
+        verdict.changed += regrid(found, line, certain, window,
+                                  pitchOfCertain(line, certain, pitch), matches->fontFit);
         window.focus = static_cast<std::size_t>(std::max(0, characterAt(line, focus, 2 * pitch)));
     }
     finish(line, window, verdict);

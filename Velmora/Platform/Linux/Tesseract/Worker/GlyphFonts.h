@@ -33,16 +33,18 @@ struct FontFace {
     int index = 0;
     long long modified = 0;  ///< Seconds since 1970.
     bool bold = false;
+    bool bitmaps = false;  ///< Its outlines are another one's; it is there for its bitmaps.
 };
 
 /// The system's fonts for Chinese. Opens a font when it is first drawn with and keeps the last few
 /// open. For one thread.
 class GlyphFonts {
   public:
-    static constexpr std::size_t mostFaces = 12;
+    static constexpr std::size_t mostFaces = 13;
 
     /// Upright fonts with simplified or traditional characters: those that the system prefers
-    /// first, then other regular ones, then bold ones; no fixed-width doubles.
+    /// first, then other regular ones, one with bitmaps of its own, then bold ones; no fixed-width
+    /// doubles.
     static std::vector<FontFace> installed();
 
     explicit GlyphFonts(std::vector<FontFace> faces);

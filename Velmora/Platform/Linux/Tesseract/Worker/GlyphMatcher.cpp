@@ -32,6 +32,7 @@ constexpr float settledStyle = 0.975F;  ///< A search goes no further.
 constexpr float rememberedStyle = 0.75F;
 constexpr int enoughSearches = 2;  ///< That found the same style, which is then taken to be it.
 constexpr float aboutAsGood = 0.01F;
+constexpr double greatestBitmap = 18;  ///< Pixels: larger ones are drawn from outlines.
 
 /// That this thread has had so far.
 std::chrono::nanoseconds processorTime() {
@@ -181,6 +182,22 @@ bool GlyphMatcher::isHurried() const {
            std::chrono::steady_clock::now() - begun_ > clockTime;
 }
 
+/// The bitmaps of a font at one size are no smaller ones of another: each size is tried.
+GlyphMatcher::FittingStyle GlyphMatcher::searchBitmaps(const std::vector<const Ink*>& probes,
+                                                       const GlyphStyle& about) {
+    FittingStyle best{about, fitOf(probes, about, 2)};
+    for (const double change : {1.0, -1.0}) {
+        if (about.size > greatestBitmap || best.fit >= settledStyle || isHurried()) {
+            break;
+        }
+        GlyphStyle style = about;
+        style.size = std::max(6.0, about.size + change);
+        const float fit = fitOf(probes, style, 2);
+        best = fit > best.fit ? FittingStyle{style, fit} : best;
+    }
+    return best;
+}
+
 /// Tries the fonts at about the right size, then the best ones more closely.
 GlyphMatcher::FittingStyle GlyphMatcher::searchStyles(const std::vector<const Ink*>& probes,
                                                       double em) {
@@ -189,7 +206,9 @@ GlyphMatcher::FittingStyle GlyphMatcher::searchStyles(const std::vector<const In
     for (std::size_t face = 0; face < fonts_.faces().size(); ++face) {
         const GlyphStyle style{face, rounded, GlyphRendering::hinted};
         if (face == 0 || !isHurried()) {
-            faces.push_back({style, fitOf(probes, style, 2)});
+            faces.push_back(fonts_.faces()[face].bitmaps
+                                ? searchBitmaps(probes, style)
+                                : FittingStyle{style, fitOf(probes, style, 2)});
         }
     }
     std::sort(faces.begin(), faces.end(),

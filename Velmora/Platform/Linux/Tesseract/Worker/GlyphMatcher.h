@@ -49,6 +49,7 @@ class GlyphMatcher {
     Ink prepare(const CellsToMatch& request, const CellToMatch& cell, const GlyphStore& store);
     FittingStyle findStyle(const std::vector<Ink>& cells, double em);
     void remember(const FittingStyle& style, bool isSearched);
+    FittingStyle searchBitmaps(const std::vector<const Ink*>& probes, const GlyphStyle& about);
     FittingStyle searchStyles(const std::vector<const Ink*>& probes, double em);
     float fitOf(const std::vector<const Ink*>& probes, const GlyphStyle& style,
                 std::size_t candidates);

@@ -109,9 +109,12 @@ bool GlyphStore::write(const std::string& path, const std::vector<char32_t>& cha
     std::vector<Forms> forms(characters.size());
     // Font by font, as opening one costs as much as drawing dozens of characters.
     for (std::size_t face = 0; face < fonts.faces().size(); ++face) {
+        if (fonts.faces()[face].bold || fonts.faces()[face].bitmaps) {
+            continue;  // As alike to the others as this comparison can tell.
+        }
         for (const GlyphStyle& style : {GlyphStyle{face, middleSize, GlyphRendering::unhinted},
                                         GlyphStyle{face, smallSize, GlyphRendering::hinted}}) {
-            for (std::size_t i = 0; i < characters.size() && !fonts.faces()[face].bold; ++i) {
+            for (std::size_t i = 0; i < characters.size(); ++i) {
                 if (cancelled()) {
                     return false;
                 }

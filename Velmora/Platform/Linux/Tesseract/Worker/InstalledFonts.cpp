@@ -14,6 +14,7 @@ namespace velmora {
 namespace {
 
 constexpr std::size_t mostBold = 2;
+constexpr std::size_t mostBitmaps = 1;
 
 /// Regional doubles that no Chinese text is set in, and fixed-width ones with the same characters.
 bool isDouble(std::string_view family) {
@@ -23,8 +24,12 @@ bool isDouble(std::string_view family) {
             return true;
         }
     }
-    return family.find(" Mono") != std::string_view::npos ||
-           family.find(" Sharp") != std::string_view::npos;
+    return family.find(" Mono") != std::string_view::npos;
+}
+
+/// The doubles that programs ask for to have bitmaps at small sizes.
+bool isForBitmaps(std::string_view family) {
+    return family.find(" Sharp") != std::string_view::npos;
 }
 
 std::string textOf(const FcPattern* pattern, const char* object) {
@@ -54,6 +59,7 @@ class FaceList {
         FcPatternGetBool(pattern, FC_SCALABLE, 0, &scalable);
         FontFace face{textOf(pattern, FC_FILE), numberOf(pattern, FC_INDEX, 0), 0,
                       numberOf(pattern, FC_WEIGHT, FC_WEIGHT_REGULAR) > FC_WEIGHT_MEDIUM};
+        face.bitmaps = isForBitmaps(textOf(pattern, FC_FAMILY));
         // The upper half of an index names an instance of a variable font.
         const bool usable = scalable == FcTrue && (face.index >> 16) == 0 && !face.path.empty() &&
                             numberOf(pattern, FC_SLANT, FC_SLANT_ROMAN) == FC_SLANT_ROMAN &&
@@ -62,11 +68,8 @@ class FaceList {
         const bool known = std::any_of(faces.begin(), faces.end(), [&](const FontFace& other) {
             return other.path == face.path && other.index == face.index;
         });
-        const auto bold = static_cast<std::size_t>(std::count_if(
-            faces.begin(), faces.end(), [](const FontFace& other) { return other.bold; }));
         struct stat status {};
-        if (!usable || known || faces.size() >= GlyphFonts::mostFaces ||
-            (face.bold && bold >= mostBold) || ::stat(face.path.c_str(), &status) != 0) {
+        if (!usable || known || !hasRoomFor(face) || ::stat(face.path.c_str(), &status) != 0) {
             return;
         }
         face.modified = static_cast<long long>(status.st_mtime);
@@ -74,6 +77,20 @@ class FaceList {
     }
 
     std::vector<FontFace> faces;
+
+  private:
+    static constexpr std::size_t mostPlain = GlyphFonts::mostFaces - mostBold - mostBitmaps;
+
+    static int kindOf(const FontFace& face) { return face.bold ? 2 : face.bitmaps ? 1 : 0; }
+
+    bool hasRoomFor(const FontFace& face) const {
+        constexpr std::array<std::size_t, 3> most{mostPlain, mostBitmaps, mostBold};
+        const int kind = kindOf(face);
+        const auto count = std::count_if(faces.begin(), faces.end(), [kind](const FontFace& other) {
+            return kindOf(other) == kind;
+        });
+        return static_cast<std::size_t>(count) < most[static_cast<std::size_t>(kind)];
+    }
 };
 
 /// What the system would use for a kind of font in a language, the best first.
@@ -122,7 +139,6 @@ std::vector<FontFace> GlyphFonts::installed() {
         }
     }
     considerAll(list, false);
-    list.faces.resize(std::min(list.faces.size(), mostFaces - mostBold));
     considerAll(list, true);
     FcFini();
     return std::move(list.faces);

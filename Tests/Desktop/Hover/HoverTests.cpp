@@ -139,11 +139,15 @@ TEST_P(HoverTest, hidesAtAClick) {
 }
 
 TEST_P(HoverTest, looksUpASelectionWordByWord) {
-    // Before the middle of the line: terminals do not tell of more.
-    const std::string selected = "喜欢看电影";
-    stage().select(2, 1, 5);
+    // Terminals do not tell of more than what is before the middle of the line.
+    const bool isTerminal = GetParam().name == "terminal";
+    const std::string selected = isTerminal ? "喜欢看电影" : "天气很好";
+    const std::size_t line = isTerminal ? 2 : 1;
+    const MatchedTextRange range = isTerminal ? MatchedTextRange{1, 6} : MatchedTextRange{3, 7};
+    stage().select(line, static_cast<std::size_t>(range.start),
+                   static_cast<std::size_t>(range.end) - 1);
     stage().leave();
-    const Hover hover = stage().hover(2, 4);
+    const Hover hover = stage().hover(line, 4);
     SCOPED_TRACE(stage().explain(hover.pointer));
     ASSERT_TRUE(hover.record.is_object());
     EXPECT_EQ(hover.record.at("probe").at("source"), "selectedText");
@@ -153,7 +157,7 @@ TEST_P(HoverTest, looksUpASelectionWordByWord) {
     for (std::size_t i = 0; i < words.size(); ++i) {
         EXPECT_EQ(hover.record.at("results")[i].at("matchedWord"), words[i].matchedText);
     }
-    expectOutline(hover, 2, {1, 6});
+    expectOutline(hover, line, range);
     expectBubbleAbove(stage(), hover);
     Hover list = hover;
     stage().desktop().pressKey("Shift_L");

@@ -129,6 +129,7 @@ class Application {
         // before there are events that could wait for it.
         views_.load(model_.onboardingCompleted() ? QStringLiteral("LaunchFlashView")
                                                  : QStringLiteral("OnboardingView"));
+        backends_.announceOwnWindows();
         // The first hover takes a moment to come.
         warmUp_.add(popover_.warmUpSteps());
         warmUp_.add({[this, dictionary = std::move(dictionary)] {

@@ -3,64 +3,14 @@
 #include <signal.h>
 
 #include <atomic>
-#include <stdexcept>
 
 #include "Tests/Contracts/AtSpi/AtSpiBench.h"
+#include "Tests/Support/VirtualDesktop/AccessibilityBus.h"
 #include "Velmora/Platform/Linux/AtSpi/AtSpiPermission.h"
 #include "Velmora/Platform/Linux/AtSpi/AtSpiService.h"
 
 namespace velmora::test {
 namespace {
-
-void setEnabled(VirtualDesktop& desktop, bool enabled) {
-    desktop.run({"dbus-send", "--session", "--print-reply", "--dest=org.a11y.Bus", "/org/a11y/bus",
-                 "org.freedesktop.DBus.Properties.Set", "string:org.a11y.Status",
-                 "string:IsEnabled",
-                 std::string("variant:boolean:") + (enabled ? "true" : "false")});
-}
-
-constexpr const char* daemonName = "org.freedesktop.DBus";
-
-/// What `dbus-send` prints of a reply, from this word on.
-std::string replyAfter(VirtualDesktop& desktop, std::vector<std::string> command,
-                       const std::string& word) {
-    const std::string reply = desktop.run(std::move(command));
-    const std::size_t found = reply.rfind(word);
-    return found == std::string::npos ? "" : reply.substr(found + word.size());
-}
-
-/// Ends the daemon of the bus at this address as a crash would.
-void killBus(VirtualDesktop& desktop, const std::string& address) {
-    const std::string process = replyAfter(
-        desktop,
-        {"dbus-send", "--bus=" + address, "--print-reply", std::string("--dest=") + daemonName,
-         "/org/freedesktop/DBus", "org.freedesktop.DBus.GetConnectionUnixProcessID",
-         std::string("string:") + daemonName},
-        "uint32 ");
-    ::kill(std::stoi(process), SIGKILL);
-}
-
-std::string accessibilityAddress(VirtualDesktop& desktop) {
-    const std::string rest =
-        replyAfter(desktop,
-                   {"dbus-send", "--session", "--print-reply", "--dest=org.a11y.Bus",
-                    "/org/a11y/bus", "org.a11y.Bus.GetAddress"},
-                   "string \"");
-    return rest.substr(0, rest.find('"'));
-}
-
-/// Who answers for the accessibility bus now; empty where nobody does. Starts nobody.
-std::string launcher(VirtualDesktop& desktop) {
-    try {
-        return replyAfter(
-            desktop,
-            {"dbus-send", "--session", "--print-reply", std::string("--dest=") + daemonName,
-             "/org/freedesktop/DBus", "org.freedesktop.DBus.GetNameOwner", "string:org.a11y.Bus"},
-            "string \"");
-    } catch (const std::runtime_error&) {
-        return "";  // The daemon's answer where the name has no owner is an error.
-    }
-}
 
 void startSample(AtSpiBench& bench, const ChildProcess::Environment& extra = {}) {
     bench.start({std::string(VELMORA_BUILD_FOLDER) + "/velmora_hostile_program", "honest"}, extra);
@@ -79,9 +29,11 @@ TEST(AtSpiBusLife, readsAgainAfterTheAccessibilityBusDied) {
     service->observeConnections([&connections] { ++connections; });
     ASSERT_TRUE(bench.desktop().waitUntil([&] { return connections == 1; }));
 
-    const std::string before = launcher(bench.desktop());
+    AccessibilityBus bus(bench.desktop());
+    const std::string before = bus.launcherName();
     ASSERT_FALSE(before.empty());
-    killBus(bench.desktop(), accessibilityAddress(bench.desktop()));
+    // As a crash would.
+    ::kill(bus.daemon(bus.address()), SIGKILL);
     ASSERT_TRUE(bench.desktop().waitUntil([&] { return !bench.isTrusted(); }));
     EXPECT_EQ(element->boundsForRange({0, 1}), std::nullopt);
     EXPECT_EQ(element->title(), std::nullopt);
@@ -91,8 +43,8 @@ TEST(AtSpiBusLife, readsAgainAfterTheAccessibilityBusDied) {
     bench.desktop().stop(bench.program());
 
     // The launcher ends with its bus; what it is still told in between goes with it.
-    ASSERT_TRUE(bench.desktop().waitUntil([&] { return launcher(bench.desktop()) != before; }));
-    setEnabled(bench.desktop(), true);
+    ASSERT_TRUE(bench.desktop().waitUntil([&] { return bus.launcherName() != before; }));
+    bus.setEnabled(true);
     ASSERT_TRUE(bench.desktop().waitUntil([&] { return bench.isTrusted(); }));
     EXPECT_TRUE(bench.desktop().waitUntil([&] { return connections > 1; }));
     startSample(bench);
@@ -108,7 +60,7 @@ TEST(AtSpiBusLife, readsAgainAfterTheSessionBusDied) {
     AtSpiPermission permission(service);
     ASSERT_TRUE(desktop.waitUntil([&] { return permission.accessibilityTrusted(); }));
 
-    killBus(desktop, address);
+    ::kill(AccessibilityBus(desktop).daemon(address), SIGKILL);
     ASSERT_TRUE(desktop.waitUntil(
         [&] { return !permission.accessibilityTrusted() && !bench.isTrusted(); }));
     EXPECT_FALSE(permission.promptForAccessibility());
@@ -125,7 +77,7 @@ TEST(AtSpiBusLife, followsTheSwitchAndTurnsItOn) {
     const auto service = std::make_shared<AtSpiService>();
     AtSpiPermission permission(service);
     ASSERT_TRUE(bench.desktop().waitUntil([&] { return permission.accessibilityTrusted(); }));
-    setEnabled(bench.desktop(), false);
+    AccessibilityBus(bench.desktop()).setEnabled(false);
     ASSERT_TRUE(bench.desktop().waitUntil([&] { return !permission.accessibilityTrusted(); }));
     ASSERT_TRUE(bench.desktop().waitUntil([&] { return !bench.isTrusted(); }));
     EXPECT_EQ(bench.system().elementAtPosition({100, 100}), nullptr);

@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "Tests/Desktop/Support/HoverStage.h"
+#include "Tests/Support/VirtualDesktop/AccessibilityBus.h"
 
 // Rectangles are pixels of the X server.
 namespace velmora::test {
@@ -61,19 +62,10 @@ TEST(SessionTest, keepsPanelsOnTheScreenOfTheWord) {
     EXPECT_DOUBLE_EQ(later.popover->minX(), 800 + 12);
 }
 
-/// The process that answers for the accessibility bus.
-pid_t accessibilityLauncher(VirtualDesktop& desktop) {
-    const std::string reply =
-        desktop.run({"dbus-send", "--session", "--print-reply", "--dest=org.freedesktop.DBus",
-                     "/org/freedesktop/DBus", "org.freedesktop.DBus.GetConnectionUnixProcessID",
-                     "string:org.a11y.Bus"});
-    return std::stoi(reply.substr(reply.rfind(' ')));
-}
-
 TEST(SessionTest, beginsOnceALateAccessibilityBusIsThere) {
     VirtualDesktop desktop;
     desktop.enter();
-    const pid_t launcher = accessibilityLauncher(desktop);
+    const pid_t launcher = AccessibilityBus(desktop).launcher();
     // It answers no one for a while, for longer than the program waits at its start. Where a slow
     // machine takes all of that time to start it, there is nothing to see.
     ASSERT_EQ(kill(launcher, SIGSTOP), 0);
@@ -81,6 +73,55 @@ TEST(SessionTest, beginsOnceALateAccessibilityBusIsThere) {
     RunningVelmora velmora(desktop);
     EXPECT_NE(velmora.command({"diagnostics"}).output.find("Live status: Hover lookup ready"),
               std::string::npos);
+}
+
+/// Our program comes up beside a process that answers nobody, and finds it once it does.
+void startBesideAStopped(VirtualDesktop& desktop, pid_t stopped, const std::string& settings,
+                         const std::string& readyStatus) {
+    ASSERT_EQ(kill(stopped, SIGSTOP), 0);
+    RunningVelmora::Options options;
+    options.settings = settings;
+    options.readyStatus = readyStatus;
+    RunningVelmora velmora(desktop, options);
+    // The toolkit would wait 25 s for each answer.
+    ASSERT_TRUE(velmora.microsecondsToReady());
+    EXPECT_LT(*velmora.microsecondsToReady(), 20'000'000);
+    ASSERT_EQ(kill(stopped, SIGCONT), 0);
+    if (velmora.command({"diagnostics"}).output.find("Hover lookup enabled: true") !=
+        std::string::npos) {
+        EXPECT_TRUE(desktop.waitUntil([&] {
+            return velmora.command({"diagnostics"})
+                       .output.find("Live status: Hover lookup ready") != std::string::npos;
+        }));
+    }
+    EXPECT_EQ(velmora.command({"quit"}).status, 0);
+    EXPECT_EQ(velmora.process().waitForExit(VirtualDesktop::patience), 0);
+}
+
+TEST(SessionTest, startsBesideAStoppedAccessibilityLauncher) {
+    VirtualDesktop desktop;
+    desktop.enter();
+    AccessibilityBus bus(desktop);
+    startBesideAStopped(desktop, bus.launcher(), RunningVelmora::Options().settings,
+                        "Live status: Accessibility permission needed");
+    // At the first start a window opens at once.
+    startBesideAStopped(desktop, bus.launcher(), "", "Hover lookup off");
+}
+
+TEST(SessionTest, startsBesideAStoppedAccessibilityRegistry) {
+    VirtualDesktop desktop;
+    desktop.enter();
+    AccessibilityBus bus(desktop);
+    startBesideAStopped(desktop, bus.registry(), RunningVelmora::Options().settings,
+                        "Hover lookup ready");
+}
+
+TEST(SessionTest, startsBesideAStoppedAccessibilityBus) {
+    VirtualDesktop desktop;
+    desktop.enter();
+    AccessibilityBus bus(desktop);
+    startBesideAStopped(desktop, bus.daemon(bus.address()), RunningVelmora::Options().settings,
+                        "Live status: Accessibility permission needed");
 }
 
 TEST(SessionTest, obeysTheCommands) {

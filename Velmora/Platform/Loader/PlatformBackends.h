@@ -45,6 +45,8 @@ struct PlatformBackends {
     /// because the bus to them is there: late after a login, or again.
     std::function<void(std::function<void()>)> observeAccessibility =
         [](const std::function<void()>&) {};
+    /// Lets assistive programs read our own windows. Main thread, once, before the event loop.
+    std::function<void()> announceOwnWindows = [] {};
     /// Begins to load the languages of recognition in the background, and the words of this
     /// dictionary, which may be null. Main thread, once.
     std::function<void(std::shared_ptr<const DictionaryStore>)> startRecognition =

@@ -5,6 +5,7 @@
 
 #include "Velmora/Platform/Linux/AtSpi/AtSpiService.h"
 #include "Velmora/Platform/Linux/AtSpi/AtSpiSystem.h"
+#include "Velmora/Platform/Linux/AtSpi/OwnWindowsBridge.h"
 #include "Velmora/Platform/Linux/PortalAppearance.h"
 #include "Velmora/Platform/LinuxX11/X11ApplicationShell.h"
 #include "Velmora/Platform/LinuxX11/X11ClientRange.h"
@@ -43,6 +44,7 @@ PlatformBackends loadX11Platform() {
     backends.observeAccessibility = [accessibilityBus](std::function<void()> observer) {
         accessibilityBus->observeConnections(std::move(observer));
     };
+    backends.announceOwnWindows = [accessibilityBus] { makeOwnWindowsBridge(*accessibilityBus); };
     addRecognition(backends);
     return backends;
 }

@@ -9,12 +9,15 @@
 
 #include "Velmora/Platform/Linux/AtSpi/AtSpiReply.h"
 #include "Velmora/Platform/Linux/AtSpi/AtSpiRequest.h"
+#include "Velmora/Platform/Linux/BusHandshake.h"
 
 namespace velmora {
 
 namespace {
 
 constexpr int ownCallMilliseconds = 150;
+// Who is only slow shall not be taken for one who never answers.
+constexpr int signOfLifeMilliseconds = 500;
 // The last rest of a query's time is too short to tell a silent program from a busy one.
 constexpr AtSpiDeadline::Milliseconds leastWaitToBlame{50};
 constexpr AtSpiDeadline::Milliseconds leastFocusWaitToBlame{25};
@@ -48,6 +51,16 @@ QDBusConnection connectToSessionBus() {
 
 QDBusMessage refusal(const QDBusMessage& request) {
     return request.createErrorReply(QDBusError::NoReply, QStringLiteral("not asked"));
+}
+
+BusHandshake knock(const QString& address, int milliseconds) {
+    return shakeHandsWithBus(address.toStdString(), std::chrono::milliseconds(milliseconds));
+}
+
+QDBusMessage registryCall(const QString& method) {
+    const QString registry = atspirequest::registryRoot().bus;
+    return QDBusMessage::createMethodCall(registry, QStringLiteral("/org/a11y/atspi/registry"),
+                                          registry, method);
 }
 
 }  // namespace
@@ -116,11 +129,8 @@ bool AtSpiBus::connectAccessibility() {
         return true;
     }
     dropAccessibility();
-    const QDBusMessage request =
-        QDBusMessage::createMethodCall(busName, busPath, busName, QStringLiteral("GetAddress"));
-    const std::optional<QString> address = atspireply::text(
-        session_.call(request, QDBus::Block, 2 * ownCallMilliseconds), addressLimit);
-    if (!address || address->isEmpty()) {
+    const std::optional<QString> address = askForAddress(2 * ownCallMilliseconds);
+    if (!address || knock(*address, 2 * ownCallMilliseconds) != BusHandshake::answered) {
         return false;
     }
     accessibility_ = QDBusConnection::connectToBus(*address, freshName("accessibility"));
@@ -140,16 +150,57 @@ bool AtSpiBus::connectAccessibility() {
     return true;
 }
 
-bool AtSpiBus::readStatus() {
+std::optional<QString> AtSpiBus::askForAddress(int milliseconds) {
+    const QDBusMessage request =
+        QDBusMessage::createMethodCall(busName, busPath, busName, QStringLiteral("GetAddress"));
+    const std::optional<QString> address =
+        atspireply::text(session_.call(request, QDBus::Block, milliseconds), addressLimit);
+    return address && !address->isEmpty() ? address : std::nullopt;
+}
+
+QDBusMessage AtSpiBus::askForStatus(int milliseconds) {
     QDBusMessage request = QDBusMessage::createMethodCall(busName, busPath, propertiesInterface,
                                                           QStringLiteral("Get"));
     request.setArguments({statusInterface, QStringLiteral("IsEnabled")});
-    const QDBusMessage reply = session_.call(request, QDBus::Block, ownCallMilliseconds);
+    return session_.call(request, QDBus::Block, milliseconds);
+}
+
+bool AtSpiBus::readStatus() {
+    const QDBusMessage reply = askForStatus(ownCallMilliseconds);
     if (reply.type() != QDBusMessage::ReplyMessage || reply.signature() != QLatin1String("v")) {
         return false;
     }
     grant_.switchedOn = reply.arguments().at(0).value<QDBusVariant>().variant().toBool();
     return true;
+}
+
+AtSpiPresence AtSpiBus::presence() {
+    if (!connectSession()) {
+        return AtSpiPresence::absent;
+    }
+    QDBusMessage owner = QDBusMessage::createMethodCall(daemonName, daemonPath, daemonName,
+                                                        QStringLiteral("NameHasOwner"));
+    owner.setArguments({busName});
+    const QDBusMessage owned = session_.call(owner, QDBus::Block, signOfLifeMilliseconds);
+    if (!atspireply::isTimeout(owned) && !owned.arguments().value(0).toBool()) {
+        return AtSpiPresence::absent;
+    }
+    if (atspireply::isTimeout(askForStatus(signOfLifeMilliseconds))) {
+        return AtSpiPresence::silent;
+    }
+    const std::optional<QString> address = askForAddress(signOfLifeMilliseconds);
+    if (address && knock(*address, signOfLifeMilliseconds) == BusHandshake::silent) {
+        return AtSpiPresence::silent;
+    }
+    lastAttempt_.reset();
+    if (!connectNow()) {
+        return AtSpiPresence::absent;
+    }
+    const QDBusMessage registry = registryCall(QStringLiteral("GetRegisteredEvents"));
+    return atspireply::isTimeout(
+               accessibility_.call(registry, QDBus::Block, signOfLifeMilliseconds))
+               ? AtSpiPresence::silent
+               : AtSpiPresence::answering;
 }
 
 void AtSpiBus::switchOn() {
@@ -174,9 +225,7 @@ void AtSpiBus::listenToFocus() {
                            {}, QStringLiteral("sss"), this,
                            SLOT(programLeft(QString, QString, QString)));
     // Programs tell only what somebody registered for. Nobody has to wait for this answer.
-    QDBusMessage request = QDBusMessage::createMethodCall(
-        atspirequest::registryRoot().bus, QStringLiteral("/org/a11y/atspi/registry"),
-        atspirequest::registryRoot().bus, QStringLiteral("RegisterEvent"));
+    QDBusMessage request = registryCall(QStringLiteral("RegisterEvent"));
     request.setArguments(
         {QStringLiteral("object:state-changed:focused"), QStringList(), QString()});
     accessibility_.asyncCall(request);

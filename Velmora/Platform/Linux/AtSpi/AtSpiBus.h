@@ -14,6 +14,7 @@
 #include "Velmora/Platform/Linux/AtSpi/AtSpiGrant.h"
 #include "Velmora/Platform/Linux/AtSpi/AtSpiHealth.h"
 #include "Velmora/Platform/Linux/AtSpi/AtSpiObject.h"
+#include "Velmora/Platform/Linux/AtSpi/AtSpiPresence.h"
 
 namespace velmora {
 
@@ -34,6 +35,10 @@ class AtSpiBus : public QObject {
     /// Counts the accessibility buses that were connected to: each gives out the same names anew,
     /// so what was learnt of a name holds for one of them only.
     int connectionNumber() const { return connectionNumber_; }
+
+    /// Asks the launcher of the accessibility bus, its daemon and the registry on it for a sign of
+    /// life, and waits half a second for each.
+    AtSpiPresence presence();
 
     /// Switches the desktop's accessibility on and reads back whether it is.
     void switchOn();
@@ -82,6 +87,8 @@ class AtSpiBus : public QObject {
   private:
     bool connectSession();
     bool connectAccessibility();
+    std::optional<QString> askForAddress(int milliseconds);
+    QDBusMessage askForStatus(int milliseconds);
     bool readStatus();
     void listenToFocus();
     void tryLater();

@@ -27,6 +27,11 @@ void AtSpiService::awaitConnection(std::chrono::milliseconds patience) {
     worker_.run<bool>(patience, [] { return true; });
 }
 
+AtSpiPresence AtSpiService::presence(std::chrono::milliseconds patience) {
+    return worker_.run<AtSpiPresence>(patience, [this] { return core_->bus.presence(); })
+        .value_or(AtSpiPresence::silent);
+}
+
 void AtSpiService::observeConnections(std::function<void()> observer) {
     worker_.post([this, observer = std::move(observer)] {
         QObject::connect(&core_->bus, &AtSpiBus::connected, &core_->bus, observer);

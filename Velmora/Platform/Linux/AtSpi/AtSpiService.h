@@ -35,6 +35,10 @@ class AtSpiService {
     /// Waits until the first attempt to connect is over, or for this long.
     void awaitConnection(std::chrono::milliseconds patience);
 
+    /// Whether those answer who bring programs and their assistive programs together. Where that
+    /// is not known after this time they are silent.
+    AtSpiPresence presence(std::chrono::milliseconds patience);
+
     /// Calls this on the worker thread each time that the accessibility bus has been connected to;
     /// also when it is already.
     void observeConnections(std::function<void()> observer);

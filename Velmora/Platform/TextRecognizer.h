@@ -35,7 +35,8 @@ class TextRecognizer {
     /// stands. `image` is the picture they came from (empty where it was too large to keep),
     /// `pointOfInterest` its pixel under the pointer. A recogniser that reads every line equally
     /// well wherever the pointer is hands the lines back unchanged, as this default does; nothing
-    /// where the second look failed, and then no line is trusted.
+    /// where the second look failed, and then no line is trusted (without the picture the screen is
+    /// looked at again).
     virtual std::optional<std::vector<TextObservation>> verify(
         const Image& /*image*/, const std::vector<TextObservation>& lines,
         Point /*pointOfInterest*/, int /*candidateLimit*/) {

@@ -182,8 +182,8 @@ std::optional<TextProbe> AccessibilityTextExtractor::wholeValue(const Query& que
 
 std::optional<RecognizedRegion> AccessibilityTextExtractor::recognizedRegion(const Query& query) {
     const double now = services_.clock->uptime();
-    if (ocrCache_ && ocrCache_->serves(query.pointer, now, configuration_.ocrCacheReuseInset)) {
-        return reusedRegion(query);
+    if (auto reused = reusedRegion(query, now)) {
+        return reused;
     }
     CaptureSequence sequence(configuration_.capture, recognizer_, recropper_, configuration_,
                              query.tracing);
@@ -195,16 +195,23 @@ std::optional<RecognizedRegion> AccessibilityTextExtractor::recognizedRegion(con
     return region;
 }
 
-RecognizedRegion AccessibilityTextExtractor::reusedRegion(const Query& query) const {
+/// What was read a moment ago, as it is to be taken at this place; nothing where that does not
+/// reach here or cannot be told without looking at the screen again.
+std::optional<RecognizedRegion> AccessibilityTextExtractor::reusedRegion(const Query& query,
+                                                                         double now) const {
+    if (!ocrCache_ || !ocrCache_->serves(query.pointer, now, configuration_.ocrCacheReuseInset)) {
+        return std::nullopt;
+    }
     TracedAttempt attempt(query.tracing, "reuse");
     if (ocrCache_->pointer == query.pointer) {
         attempt.say("the lines read here a moment ago");
         return ocrCache_->region;
     }
-    RecognizedRegion region = recognizer_.verifiedRegion(ocrCache_->region, query.pointer);
+    auto region = recognizer_.verifiedRegion(ocrCache_->region, query.pointer);
     attempt.say([&] {
-        return "lines read a moment ago, verified here: " +
-               std::to_string(region.observations.size()) + " readings";
+        return region ? "lines read a moment ago, verified here: " +
+                            std::to_string(region->observations.size()) + " readings"
+                      : std::string("the picture read a moment ago was too large to keep");
     });
     return region;
 }

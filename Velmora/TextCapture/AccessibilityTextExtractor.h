@@ -59,7 +59,7 @@ class AccessibilityTextExtractor final
     std::optional<TextProbe> recognition(const Query& query);
     std::optional<TextProbe> wholeValue(const Query& query) const;
     std::optional<RecognizedRegion> recognizedRegion(const Query& query);
-    RecognizedRegion reusedRegion(const Query& query) const;
+    std::optional<RecognizedRegion> reusedRegion(const Query& query, double now) const;
 
     ExtractionServices services_;
     ExtractorConfiguration configuration_;

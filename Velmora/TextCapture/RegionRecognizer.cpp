@@ -110,11 +110,14 @@ std::optional<RecognizedRegion> RegionRecognizer::recognizeEnhancedRegion(const 
     return std::nullopt;
 }
 
-RecognizedRegion RegionRecognizer::verifiedRegion(const RecognizedRegion& region,
-                                                  Point pointer) const {
-    RecognizedRegion verified = region;
+std::optional<RecognizedRegion> RegionRecognizer::verifiedRegion(const RecognizedRegion& region,
+                                                                 Point pointer) const {
     auto lines = recognizer_->verify(region.image, region.lines, region.imagePoint(pointer),
                                      configuration_.ocrCandidateLimit);
+    if (!lines && region.image.isEmpty()) {
+        return std::nullopt;
+    }
+    RecognizedRegion verified = region;
     verified.lines = lines ? std::move(*lines) : std::vector<TextObservation>();
     collectObservations(verified, configuration_.ocrIsolatedGlyphMinConfidence,
                         configuration_.ocrCandidateLimit);

@@ -30,8 +30,10 @@ class RegionRecognizer {
                                                             const Rect& captureRect,
                                                             Point pointer) const;
 
-    /// A region recognised for another place of the pointer, with its lines verified at this one.
-    RecognizedRegion verifiedRegion(const RecognizedRegion& region, Point pointer) const;
+    /// A region recognised for another place of the pointer, with its lines verified at this one;
+    /// nothing where that takes the picture and it was not kept.
+    std::optional<RecognizedRegion> verifiedRegion(const RecognizedRegion& region,
+                                                   Point pointer) const;
 
     /// How far the recogniser is.
     RecognitionStatus status() const { return recognizer_->status(); }

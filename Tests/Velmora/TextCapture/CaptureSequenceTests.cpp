@@ -309,6 +309,10 @@ TEST_F(Live, IsClippedToItsDisplay) {
 
 TEST_F(Live, GrowsToWholePoints) {
     EXPECT_EQ(capture({800.4, 500.7}, {520, 160})->captureRect, (Rect{540, 420, 521, 161}));
+    // A display of 1600 pixels has 1066.7 points where each is one and a half.
+    screen->list = {{7, {0, 0, 1066.7, 700}}};
+    EXPECT_EQ(capture({1000, 300}, {520, 160})->captureRect, (Rect{740, 220, 327, 160}))
+        << "after it is clipped";
 }
 
 TEST_F(Live, NeedsAPictureWithAnArea) {
@@ -316,6 +320,9 @@ TEST_F(Live, NeedsAPictureWithAnArea) {
     EXPECT_FALSE(capture({800, 500}, {0, 160}));
     screen->fails = [](const Rect&) { return true; };
     EXPECT_FALSE(capture({800, 500}, {520, 160}));
+    screen->fails = nullptr;
+    screen->scale = 0;
+    EXPECT_FALSE(capture({800, 500}, {520, 160})) << "a picture without pixels";
 }
 
 }  // namespace

@@ -91,6 +91,7 @@ TEST_F(Recropping, TakesACharacterBeforeALine) {
 TEST_F(Recropping, TakesALineWhoseCentreIsNearest) {
     detectLine({100, 100, 200, 20});
     EXPECT_EQ(hit({110, 110}), (OCRDetectedTextHit{{100, 100, 200, 20}, 90}));
+    EXPECT_EQ(hit({188, 105})->score, 13) << "12 to the left and 5 above";
     detectLine({100, 100, 100, 20});
     EXPECT_EQ(hit({110, 110})->rect, (Rect{100, 100, 200, 20}))
         << "no further line once there is a hit";
@@ -137,6 +138,15 @@ TEST_F(Recropping, PadsMiddlingBoxesByTheirShare) {
     recognizeWholeCrop();
     ASSERT_TRUE(look({150, 120}));
     EXPECT_EQ(recognizer->sizes, (std::vector<Size>{{136, 86}}));
+}
+
+TEST_F(Recropping, CapsTheMarginLast) {
+    configuration.ocrDetectedTextRecropMinimumPadding = 30;
+    configuration.ocrDetectedTextRecropMaximumPadding = 4;
+    detectCharacter({100, 100, 100, 50});
+    recognizeWholeCrop();
+    ASSERT_TRUE(look({150, 120}));
+    EXPECT_EQ(recognizer->sizes, (std::vector<Size>{{108, 58}}));
 }
 
 TEST_F(Recropping, GrowsToWholePixelsAndStaysInThePicture) {

@@ -71,6 +71,21 @@ TEST_F(Cache, IsNotRenewedByUse) {
     EXPECT_EQ(recognitions(), 2U);
 }
 
+TEST_F(Cache, AgesFromTheMomentThatReadingBegan) {
+    const auto lines = stage.recognizer->onRecognize;
+    stage.recognizer->onRecognize = [&](const Image& image) {
+        stage.clock->advance(1);
+        return lines(image);
+    };
+    read();
+    stage.clock->advance(0.5);
+    read();
+    EXPECT_EQ(recognitions(), 1U);
+    stage.clock->advance(0.1);
+    read();
+    EXPECT_EQ(recognitions(), 2U);
+}
+
 TEST_F(Cache, KeepsSixtyFourPointsFromTheEdges) {
     read();
     read({604, 500});
@@ -127,6 +142,23 @@ TEST_F(Cache, IsTakenAsTheRecogniserVerifiesIt) {
     EXPECT_EQ(recognitions(), 1U) << "silence is an answer";
     stage.recognizer->onVerify = nullptr;
     EXPECT_EQ(read({700, 460}), first) << "the entry itself stays as it was";
+}
+
+TEST_F(Cache, LooksAgainWhereAPictureWasTooLargeToKeepAndIsNeeded) {
+    stage.screens->list = {{{0, 0, 3840, 2160}, {0, 0, 3840, 2160}}};
+    stage.screen->list = {{1, {0, 0, 3840, 2160}}};
+    ExtractorConfiguration configuration;
+    configuration.ocrCaptureSizes = {{3000, 3000}};
+    extractor = stage.extractor(configuration);
+    EXPECT_NE(read({2000, 980}), "");
+    EXPECT_NE(read({2000, 980}), "");
+    EXPECT_NE(read({2100, 980}), "");
+    EXPECT_EQ(recognitions(), 1U) << "this recogniser needs no picture";
+    stage.recognizer->onVerify = [](const auto&) { return std::nullopt; };
+    EXPECT_NE(read({2200, 980}), "");
+    EXPECT_EQ(recognitions(), 2U);
+    EXPECT_NE(read({2200, 980}), "");
+    EXPECT_EQ(recognitions(), 2U) << "the new answer is kept";
 }
 
 TEST_F(Cache, DoesNotServeSmallRegions) {

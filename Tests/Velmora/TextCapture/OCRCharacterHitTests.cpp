@@ -7,6 +7,7 @@
 #include <string>
 
 #include "Tests/Support/TextCapture/FakeText.h"
+#include "Tests/Support/TextCapture/GenerousText.h"
 #include "Velmora/TextCapture/CursorEstimation.h"
 
 namespace velmora {
@@ -40,6 +41,15 @@ TEST(CharacterImageRect, TurnsNormalisedBoxesIntoPixels) {
     EXPECT_FALSE(OCRCharacterHit::characterImageRect(text, own, -1, imageSize));
 }
 
+TEST(CharacterImageRect, AsksForNoCharacterThatIsNotThere) {
+    const GenerousText text("中文", {0.25, 0.25, 0.5, 0.5});
+    const CharacterText own("中文");
+    EXPECT_TRUE(OCRCharacterHit::characterImageRect(text, own, 1, imageSize));
+    EXPECT_TRUE(OCRCharacterHit::characterImageRect(text, own, 2, imageSize)) << "its end";
+    EXPECT_FALSE(OCRCharacterHit::characterImageRect(text, own, 3, imageSize));
+    EXPECT_FALSE(OCRCharacterHit::characterImageRect(text, own, -1, imageSize));
+}
+
 TEST(CharacterImageRect, RefusesBoxesThatAreNotFinite) {
     const FakeText text("中", 1, {Rect{std::numeric_limits<double>::quiet_NaN(), 40, 20, 24}},
                         imageSize);
@@ -64,6 +74,15 @@ TEST(CharacterHit, ReachesTwelveAndFourteenBeyondLargeBoxes) {
     EXPECT_FALSE(hit("中", boxes, {212.1, 100}));
     EXPECT_TRUE(hit("中", boxes, {150, 164}));
     EXPECT_FALSE(hit("中", boxes, {150, 164.1}));
+}
+
+TEST(CharacterHit, ReachesItsShareBeyondMiddlingBoxes) {
+    // 28 % of 40 and 30 % of 32: 11.2 and 9.6.
+    const Boxes boxes{Rect{100, 100, 40, 32}};
+    EXPECT_TRUE(hit("中", boxes, {120 + 31.1, 116}));
+    EXPECT_FALSE(hit("中", boxes, {120 + 31.3, 116}));
+    EXPECT_TRUE(hit("中", boxes, {120, 116 - 25.5}));
+    EXPECT_FALSE(hit("中", boxes, {120, 116 - 25.7}));
 }
 
 TEST(CharacterHit, ReachesFiveAndSixBeyondTinyBoxes) {
@@ -101,6 +120,8 @@ TEST(CharacterHit, ExaminesADisplayTextOfEqualLength) {
     EXPECT_FALSE(hit("ab", boxes, {110, 110}, "中bc"));
     EXPECT_EQ(hit("中b", boxes, {110, 110}, "abc")->offset, 0);
     EXPECT_FALSE(hit("中b", boxes, {110, 110}, "ab"));
+    EXPECT_EQ(hit("中b", boxes, {110, 110}, "a")->offset, 0) << "a shorter one does not count";
+    EXPECT_FALSE(hit("ab", boxes, {110, 110}, "中"));
 }
 
 TEST(CharacterHit, NeedsBoxes) {

@@ -116,6 +116,20 @@ TEST_F(Acceptance, CallsAGlyphFillingFrom92PercentOn) {
     EXPECT_FALSE(accepted({250, 80}));
 }
 
+TEST_F(Acceptance, CallsAGlyphFillingFromExactly92PercentOn) {
+    constexpr Size low{512, 100};
+    region.imageSize = low;
+    const auto show = [&](double height) {
+        const Rect rect{200, 4, 100, height};
+        region.observations = {
+            {FakeText::line("中", 1, rect, low).candidates.front(), "中", rect, 0}};
+    };
+    show(91.99);
+    EXPECT_TRUE(accepted({250, 50}));
+    show(92);
+    EXPECT_FALSE(accepted({250, 50}));
+}
+
 TEST_F(Acceptance, AFillingGlyphRulesOutTheLines) {
     addLine("中", 1, {200, 5, 100, 150});
     addLineWithoutBoxes("一二三", 1, {200, 60, 120, 40});
@@ -151,6 +165,40 @@ TEST_F(Acceptance, AnEarlierCertainCharacterIsTakenBeforeSuchALine) {
     addLine("文", 1, {241, 65, 30, 30});
     addLine("中abcdefg", 1, {100, 65, 240, 30});
     EXPECT_TRUE(accepted({256, 80}));
+}
+
+TEST_F(Acceptance, CallsACharacterCertainFromExactly99PercentOn) {
+    // The line after it rules out that a certain line would do instead.
+    addLine("文", 0.99F, {241, 65, 30, 30});
+    addLine("中abcdefg", 1, {100, 65, 240, 30});
+    EXPECT_TRUE(accepted({256, 80}));
+    region.observations.clear();
+    addLine("文", 0.9899F, {241, 65, 30, 30});
+    addLine("中abcdefg", 1, {100, 65, 240, 30});
+    EXPECT_FALSE(accepted({256, 80}));
+    EXPECT_TRUE(slot);
+}
+
+TEST_F(Acceptance, ACharacterOutsideItsLineStillCounts) {
+    // 13.9 pixels above the line: in reach of its characters, not on the line.
+    addLine("中文", 1, {240, 65, 60, 30});
+    const Point above{256, 57.7};
+    ASSERT_FALSE(isOnLine({240, 65, 60, 30}, above));
+    EXPECT_TRUE(accepted(above));
+    region.observations.clear();
+    slot.reset();
+    addLine("中文", 0.9F, {240, 65, 60, 30});
+    EXPECT_FALSE(accepted(above));
+    EXPECT_TRUE(slot);
+}
+
+TEST_F(Acceptance, AFillingCharacterOutsideItsLineStillCounts) {
+    // As wide as one of its characters, the line does not hold the pointer 12 pixels beside it.
+    addLine("中文", 0.9F, {200, 5, 200, 150});
+    const Point beside{411, 80};
+    ASSERT_FALSE(isOnLine({200, 5, 200, 150}, beside));
+    EXPECT_FALSE(accepted(beside));
+    EXPECT_TRUE(slot);
 }
 
 TEST_F(Acceptance, TakesACertainLineWithoutBoxes) {

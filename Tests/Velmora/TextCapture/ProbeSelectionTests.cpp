@@ -9,6 +9,7 @@
 #include "Tests/Support/TextCapture/FakeElement.h"
 #include "Tests/Support/TextCapture/FakeScreens.h"
 #include "Tests/Support/TextCapture/FakeText.h"
+#include "Tests/Support/TextCapture/GenerousText.h"
 
 namespace velmora {
 namespace {
@@ -86,12 +87,26 @@ TEST_F(Selection, HasNoWordsThatCannotBe) {
                                         std::numeric_limits<long long>::max()));
 }
 
+TEST_F(Selection, HasNoWordsOfCharactersThatAreNotThere) {
+    const Rect line{100, 100, 160, 40};
+    const auto text =
+        std::make_shared<GenerousText>("一二三四", FakeText::normalized(line, imageSize));
+    region.observations.push_back({text, text->string(), line, 0});
+    const auto probe = select({190, 120});
+    ASSERT_TRUE(probe);
+    EXPECT_TRUE(probe->rangeAnchorRect(0, 4));
+    EXPECT_FALSE(probe->rangeAnchorRect(3, 3));
+    EXPECT_FALSE(probe->rangeAnchorRect(0, 5));
+    EXPECT_FALSE(probe->rangeAnchorRect(-1, 4));
+}
+
 TEST_F(Selection, HasNoWordsWiderThan150PointsACharacter) {
     addLine("一二", {0, 100, 640, 300});
     const auto probe = select({160, 200});
     ASSERT_TRUE(probe);
     EXPECT_FALSE(probe->rangeAnchorRect(0, 1)) << "160 points wide";
     EXPECT_FALSE(probe->rangeAnchorRect(0, 2));
+    EXPECT_FALSE(select({480, 200})->rangeAnchorRect(1, 2)) << "the word counts, not its place";
 }
 
 TEST_F(Selection, DropsLinesUnderItsOwnPanels) {
@@ -121,6 +136,14 @@ TEST_F(Selection, TriesTheLeftOneOfLinesEquallyNear) {
 TEST_F(Selection, KeepsTheOrderOfEqualLines) {
     addLineWithoutBoxes("先先先", {100, 100, 120, 40});
     addLineWithoutBoxes("后后后", {100, 100, 120, 40});
+    EXPECT_EQ(select({190, 120})->text, "先先先");
+}
+
+TEST_F(Selection, KeepsTheOrderOfManyEqualLines) {
+    addLineWithoutBoxes("先先先", {100, 100, 120, 40});
+    for (int further = 0; further < 40; ++further) {
+        addLineWithoutBoxes("后后后", {100, 100, 120, 40});
+    }
     EXPECT_EQ(select({190, 120})->text, "先先先");
 }
 
@@ -207,6 +230,25 @@ TEST_F(Selection, BorrowsBoxesForCorrectedCharacters) {
     ASSERT_TRUE(probe);
     EXPECT_EQ(probe->text, "中国人民");
     EXPECT_EQ(probe->hoveredCharacterOffset, 2);
+}
+
+TEST_F(Selection, DoesNotEstimateWhereACorrectedCharacterHasABox) {
+    // Only the reference tells that the first character is a Chinese one, and its box that the
+    // pointer is not on it.
+    addLine("ab", {100, 100, 40, 20});
+    references = {{FakeElement::make(), "一b"}};
+    EXPECT_EQ(select({95, 110})->text, "一b");
+    EXPECT_FALSE(select({93, 110}));
+}
+
+TEST_F(Selection, EstimatesInTheCorrectedLine) {
+    addLineWithoutBoxes("a国人民", {100, 100, 160, 20});
+    EXPECT_FALSE(select({110, 110}));
+    references = {{FakeElement::make(), "中国人民"}};
+    const auto probe = select({110, 110});
+    ASSERT_TRUE(probe);
+    EXPECT_EQ(probe->text, "中国人民");
+    EXPECT_EQ(probe->hoveredCharacterOffset, 0);
 }
 
 TEST_F(Selection, KeepsItsProbeAfterTheRegionIsGone) {

@@ -26,14 +26,14 @@ Image grey(int width, int height) {
 }
 
 TEST(ConfidenceRule, DependsOnTheNumberOfChineseCharacters) {
-    EXPECT_FALSE(isConfident("中", 0.45F));
+    EXPECT_FALSE(isConfident("中", 0.4999F));
     EXPECT_TRUE(isConfident("中", 0.5F));
     EXPECT_TRUE(isConfident("中", 0.45F, 0.45F));
     EXPECT_TRUE(isConfident("中文", 0.35F));
     EXPECT_TRUE(isConfident("中文", 0.3F));
-    EXPECT_FALSE(isConfident("中文", 0.29F));
+    EXPECT_FALSE(isConfident("中文", 0.2999F));
     EXPECT_TRUE(isConfident("abc", 0.4F));
-    EXPECT_FALSE(isConfident("abc", 0.39F));
+    EXPECT_FALSE(isConfident("abc", 0.3999F));
     EXPECT_FALSE(isConfident("a中b", 0.45F));
     EXPECT_FALSE(isConfident("", 0.39F));
     EXPECT_FALSE(isConfident("中文", std::numeric_limits<float>::quiet_NaN()));
@@ -119,6 +119,21 @@ TEST_F(Regions, OfEnhancedPicturesStopAtTheFirstWithAReading) {
     EXPECT_EQ(recognizer->points[1], (Point{10, 4})) << "the hint follows the enlargement";
 }
 
+TEST_F(Regions, OfEnhancedPicturesTrustALoneCharacterFromOneHalfOn) {
+    for (const double width : {20.0, 40.0}) {
+        float confidence = 0.499F;
+        recognizer->onRecognize = [&](const Image& image) {
+            return image.width() == static_cast<int>(width)
+                       ? std::vector<TextObservation>{FakeText::line("中", confidence, {0, 0, 9, 9},
+                                                                     {width, width / 2})}
+                       : std::vector<TextObservation>();
+        };
+        EXPECT_FALSE(regions.recognizeEnhancedRegion(grey(20, 10), {0, 0, 20, 10}, {})) << width;
+        confidence = 0.5F;
+        EXPECT_TRUE(regions.recognizeEnhancedRegion(grey(20, 10), {0, 0, 20, 10}, {})) << width;
+    }
+}
+
 TEST_F(Regions, OfEnhancedPicturesSurviveFailures) {
     recognizer->onRecognize = [](const Image&) { return std::nullopt; };
     EXPECT_FALSE(regions.recognizeEnhancedRegion(grey(20, 10), {100, 50, 20, 10}, {}));
@@ -137,16 +152,41 @@ TEST_F(Regions, VerifiedAtAnotherPointHoldTheSecondAnswer) {
         answer[0] = FakeText::line("国文", 0.99F, {10, 20, 40, 20}, {200, 100});
         return answer;
     };
-    auto verified = regions.verifiedRegion(*region, {1010, 505});
-    ASSERT_EQ(verified.observations.size(), 1U);
-    EXPECT_EQ(verified.observations[0].text, "国文");
-    EXPECT_EQ(verified.captureRect, region->captureRect);
+    const auto verified = regions.verifiedRegion(*region, {1010, 505});
+    ASSERT_TRUE(verified);
+    ASSERT_EQ(verified->observations.size(), 1U);
+    EXPECT_EQ(verified->observations[0].text, "国文");
+    EXPECT_EQ(verified->captureRect, region->captureRect);
     EXPECT_EQ(recognizer->verifiedPoints, (std::vector<Point>{{20, 10}}));
     recognizer->onVerify = [](const auto&) { return std::nullopt; };
-    EXPECT_TRUE(regions.verifiedRegion(*region, {1010, 505}).observations.empty())
+    EXPECT_TRUE(regions.verifiedRegion(*region, {1010, 505})->observations.empty())
         << "what could not be verified is not trusted";
     recognizer->onVerify = nullptr;
-    EXPECT_EQ(regions.verifiedRegion(*region, {1010, 505}).observations.size(), 1U);
+    EXPECT_EQ(regions.verifiedRegion(*region, {1010, 505})->observations.size(), 1U);
+}
+
+TEST_F(Regions, VerifiedAtAnotherPointTrustALoneCharacterFromOneHalfOn) {
+    const auto region = regions.recognizeRegion(grey(200, 100), {1000, 500, 100, 50}, 0.5F, {});
+    for (const float confidence : {0.499F, 0.5F}) {
+        recognizer->onVerify = [&](const auto&) {
+            return std::vector<TextObservation>{
+                FakeText::line("中", confidence, {10, 20, 20, 20}, {200, 100})};
+        };
+        EXPECT_EQ(regions.verifiedRegion(*region, {1010, 505})->observations.size(),
+                  confidence < 0.5F ? 0U : 1U);
+    }
+}
+
+TEST_F(Regions, WithoutTheirPictureNeedARecogniserThatDoesWithout) {
+    recognizer->onRecognize = [](const Image&) {
+        return std::vector<TextObservation>{
+            FakeText::line("中文", 0.9F, {10, 20, 40, 20}, {200, 100})};
+    };
+    auto region = regions.recognizeRegion(grey(200, 100), {1000, 500, 100, 50}, 0.5F, {});
+    region->image = Image();
+    EXPECT_EQ(regions.verifiedRegion(*region, {1010, 505})->observations.size(), 1U);
+    recognizer->onVerify = [](const auto&) { return std::nullopt; };
+    EXPECT_FALSE(regions.verifiedRegion(*region, {1010, 505}));
 }
 
 }  // namespace

@@ -135,6 +135,10 @@ TEST_F(RecognizeCommand, FindsNoMatchWhereNoWordIs) {
     EXPECT_EQ(run({"--json", picture}), 1);
     EXPECT_EQ(json::parse(out)["lines"], json::array());
     EXPECT_EQ(err, "velmora: text recognition gives no answer\n");
+    recognizer->currentStatus = {
+        RecognitionStatus::Stage::unavailable, {}, {"chi_sim"}, "reinstall something"};
+    EXPECT_EQ(run({"--json", picture}), 1);
+    EXPECT_EQ(err, "velmora: text recognition gives no answer: reinstall something\n");
 }
 
 TEST_F(RecognizeCommand, PrintsReadingsForPeople) {

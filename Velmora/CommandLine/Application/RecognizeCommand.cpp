@@ -43,7 +43,10 @@ Recognition wholePicture(const Image& picture, const RecognizeServices& services
     if (auto lines = services.textRecognizer->recognize(picture, std::nullopt, candidateLimit)) {
         result.lines = std::move(*lines);
     } else {
-        err << "velmora: text recognition gives no answer\n";
+        const RecognitionStatus status = services.textRecognizer->status();
+        const bool isReady = status.stage == RecognitionStatus::Stage::ready;
+        err << "velmora: text recognition gives no answer"
+            << (isReady ? "" : ": " + status.description) << '\n';
     }
     return result;
 }

@@ -2,6 +2,7 @@
 #include "Tests/Contracts/AtSpi/AtSpiBench.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cmath>
 #include <map>
 #include <mutex>
@@ -10,6 +11,7 @@
 
 #include "Velmora/Platform/Linux/AtSpi/AtSpiService.h"
 #include "Velmora/Platform/Linux/AtSpi/AtSpiSystem.h"
+#include "Velmora/Platform/LinuxX11/X11PrimarySelection.h"
 #include "Velmora/Platform/LinuxX11/X11WindowLocator.h"
 
 namespace velmora::test {
@@ -44,7 +46,13 @@ struct AtSpiBench::Backend {
     GivenScreens screen;
     X11WindowLocator locator{X11ClientRange{}};
     std::shared_ptr<AtSpiService> service = std::make_shared<AtSpiService>();
-    AtSpiSystem system{service, locator, screen};
+    X11PrimarySelection selection;
+    std::atomic<bool> offersSelections = true;
+    AtSpiSystem system{service, locator, screen,
+                       [this](std::int64_t processId, std::chrono::milliseconds patience) {
+                           return offersSelections ? selection.textOf(processId, patience)
+                                                   : std::nullopt;
+                       }};
 };
 
 AtSpiBench::AtSpiBench() : desktop_(std::make_unique<VirtualDesktop>()) {
@@ -71,6 +79,10 @@ void AtSpiBench::start(std::vector<std::string> command, const ChildProcess::Env
     program_ = &desktop_->launch(std::move(command), extra);
     window_ = desktop_->waitForWindowOf(*program_);
     moveWindow({200, 100, 1000, 700});
+}
+
+void AtSpiBench::offerSelections(bool offered) {
+    backend_->offersSelections = offered;
 }
 
 void AtSpiBench::setScreens(ScreenGeometry geometry) {

@@ -31,6 +31,9 @@ class AtSpiBench {
     /// Starts the program, puts its window in its place and waits until its text is found there.
     void start(std::vector<std::string> command, const ChildProcess::Environment& extra = {});
 
+    /// Whether the backend may ask the window system what is selected, as it may until then.
+    void offerSelections(bool offered);
+
     /// How the screens are said to stand; one screen of ratio 1 until then.
     void setScreens(ScreenGeometry geometry);
 

@@ -59,7 +59,7 @@ VELMORA_TOOLKIT_SUITE(AtSpiTerminal,
                       // The second line is so long that its middle lies behind the word selected.
                       Command{"lxterminal", "-e",
                               "sh -c 'sed s/起源$/起源　后面还有些文字/ " + text +
-                                  "; exec sleep 1000'"})
+                                  "; echo 哈哈哈哈哈哈; exec sleep 1000'"})
 VELMORA_TOOLKIT_SUITE(AtSpiChromium,
                       Command{"chromium", "--force-renderer-accessibility", "--no-sandbox",
                               "--disable-gpu", "--no-first-run", "--disable-background-networking",
@@ -83,24 +83,101 @@ TEST_F(AtSpiTerminal, countsPairsAsTwo) {
 }
 
 /// A terminal tells of a selection in columns but never of more columns than the row has
-/// characters, so that one reaching beyond the middle of a wide row could end anywhere behind it.
-TEST_F(AtSpiTerminal, saysNothingOfASelectionWhoseEndItDoesNotTell) {
-    const AccessibilityElement::Pointer element = shown("起源");
+/// characters, so that one reaching beyond the middle of a wide row could be anything behind it.
+class AtSpiTerminalSelection : public AtSpiTerminal {
+  protected:
+    /// Selects what stands from one text to the end of another, and finds the element there.
+    static AccessibilityElement::Pointer selected(const std::string& from, std::int64_t begin,
+                                                  const std::string& to, std::int64_t end) {
+        const AccessibilityElement::Pointer element = shown(from);
+        if (!element) {
+            return nullptr;
+        }
+        const auto first = element->boundsForRange({positionIn(*element, from) + begin, 1});
+        const auto last = element->boundsForRange({positionIn(*element, to) + end, 1});
+        if (!first || !last) {
+            return nullptr;
+        }
+        const auto corner = [&last] {
+            return bench->desktop()
+                .screenshot({last->minX() + 1, last->minY() + 1, 1, 1})
+                .row(0)[0];
+        };
+        const std::uint32_t before = corner();
+        bench->drag(*first, *last);
+        if (!bench->desktop().waitUntil([&] { return corner() != before; })) {
+            return nullptr;
+        }
+        return bench->system().elementAtPosition({first->midX(), first->midY()});
+    }
+
+    void TearDown() override {
+        bench->offerSelections(true);
+        AtSpiToolkitTest::TearDown();
+    }
+};
+
+TEST_F(AtSpiTerminalSelection, IsFoundByItsTextWhereItsEndIsNotTold) {
+    const auto hit = selected("生命", 0, "起源", 1);
+    ASSERT_NE(hit, nullptr);
+    EXPECT_EQ(hit->selectedText(), "生命　国　起源");
+    const auto range = hit->selectedTextRange();
+    ASSERT_TRUE(range);
+    EXPECT_EQ(range->location, positionIn(*hit, "生命"));
+    EXPECT_EQ(range->length, 7);
+    EXPECT_TRUE(hit->boundsForRange(*range));
+}
+
+TEST_F(AtSpiTerminalSelection, IsFoundByItsTextWhereItsBeginningIsNotToldEither) {
+    const auto hit = selected("后面", 0, "文字", 1);
+    ASSERT_NE(hit, nullptr);
+    EXPECT_EQ(hit->selectedText(), "后面还有些文字");
+    const auto range = hit->selectedTextRange();
+    ASSERT_TRUE(range);
+    EXPECT_EQ(range->location, positionIn(*hit, "后面"));
+}
+
+TEST_F(AtSpiTerminalSelection, GoesOverTheEndOfARow) {
+    const AccessibilityElement::Pointer element = shown("很好");
     ASSERT_NE(element, nullptr);
-    const auto first = element->boundsForRange({positionIn(*element, "生命"), 1});
-    const auto last = element->boundsForRange({positionIn(*element, "起源") + 1, 1});
+    const auto first = element->boundsForRange({positionIn(*element, "很好"), 1});
+    const auto last = element->boundsForRange({positionIn(*element, "汉字"), 2});
     ASSERT_TRUE(first && last);
-    const auto corner = [&last] {
-        return bench->desktop().screenshot({last->minX() + 1, last->minY() + 1, 1, 1}).row(0)[0];
-    };
-    const std::uint32_t before = corner();
-    bench->drag(*first, *last);
-    ASSERT_TRUE(bench->desktop().waitUntil([&] { return corner() != before; }));
-    const auto hit = bench->system().elementAtPosition({first->midX(), first->midY()});
+    bench->desktop().movePointer(static_cast<int>(first->minX()) + 1,
+                                 static_cast<int>(first->midY()));
+    bench->desktop().pressButton(1);
+    bench->desktop().movePointer(static_cast<int>(first->midX()),
+                                 static_cast<int>(first->midY()) + 5);
+    bench->desktop().movePointer(static_cast<int>(last->maxX()) - 1,
+                                 static_cast<int>(last->midY()));
+    bench->desktop().releaseButton(1);
+    std::optional<std::string> text;
+    EXPECT_TRUE(bench->desktop().waitUntil([&] {
+        const auto hit = bench->system().elementAtPosition({last->midX(), last->midY()});
+        text = hit ? hit->selectedText() : std::nullopt;
+        return text == "很好。\n😀😀汉字";
+    })) << text.value_or("(nothing)");
+}
+
+TEST_F(AtSpiTerminalSelection, IsNoneWhereItsTextStandsTwice) {
+    const auto hit = selected("哈哈", 4, "哈哈", 5);
     ASSERT_NE(hit, nullptr);
     EXPECT_EQ(hit->selectedText(), std::nullopt);
     EXPECT_EQ(hit->selectedTextRange(), std::nullopt);
 }
+
+TEST_F(AtSpiTerminalSelection, IsNoneWhereNobodyTellsItsText) {
+    const auto hit = selected("生命", 0, "起源", 1);
+    ASSERT_NE(hit, nullptr);
+    bench->offerSelections(false);
+    const auto place = hit->boundsForRange({positionIn(*hit, "生命"), 1});
+    ASSERT_TRUE(place);
+    const auto again = bench->system().elementAtPosition({place->midX(), place->midY()});
+    ASSERT_NE(again, nullptr);
+    EXPECT_EQ(again->selectedText(), std::nullopt);
+    EXPECT_EQ(again->selectedTextRange(), std::nullopt);
+}
+
 TEST_F(AtSpiChromium, countsPairsAsTwo) {
     checkPair("😀");
 }

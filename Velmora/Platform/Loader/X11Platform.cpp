@@ -11,6 +11,7 @@
 #include "Velmora/Platform/LinuxX11/X11ClientRange.h"
 #include "Velmora/Platform/LinuxX11/X11Compositor.h"
 #include "Velmora/Platform/LinuxX11/X11EventMonitor.h"
+#include "Velmora/Platform/LinuxX11/X11PrimarySelection.h"
 #include "Velmora/Platform/LinuxX11/X11ScreenCapture.h"
 #include "Velmora/Platform/LinuxX11/X11Screens.h"
 #include "Velmora/Platform/LinuxX11/X11WindowLocator.h"
@@ -33,8 +34,12 @@ PlatformBackends loadX11Platform() {
     backends.compositor = std::make_shared<X11Compositor>();
     backends.appearance = std::make_shared<PortalAppearance>();
     const auto accessibilityBus = std::make_shared<AtSpiService>();
-    backends.accessibility =
-        std::make_shared<AtSpiSystem>(accessibilityBus, *backends.windows, *screens);
+    const auto selection = std::make_shared<X11PrimarySelection>();
+    backends.accessibility = std::make_shared<AtSpiSystem>(
+        accessibilityBus, *backends.windows, *screens,
+        [selection](std::int64_t processId, std::chrono::milliseconds patience) {
+            return selection->textOf(processId, patience);
+        });
     backends.permissions = std::make_shared<DesktopPermissions>(
         accessibilityBus, [possible = X11ScreenCapture::isPossible()] { return possible; });
     backends.waitForAccessibility = [accessibilityBus](std::chrono::milliseconds patience) {

@@ -77,6 +77,8 @@ AccessibilityElement::Pointer AtSpiElement::parent() const {
     state.toolkit = state_->toolkit;
     state.space = state_->space;
     state.connectionNumber = state_->connectionNumber;
+    state.processId = state_->processId;
+    state.selections = state_->selections;
     return std::make_shared<AtSpiElement>(service_, budget_, std::move(state));
 }
 

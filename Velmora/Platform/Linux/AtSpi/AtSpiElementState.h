@@ -2,9 +2,11 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 
 #include "Velmora/Platform/Linux/AtSpi/AtSpiObject.h"
+#include "Velmora/Platform/Linux/AtSpi/AtSpiSelectionSource.h"
 #include "Velmora/Platform/Linux/AtSpi/AtSpiSpace.h"
 #include "Velmora/Platform/Linux/AtSpi/AtSpiTextContent.h"
 
@@ -18,13 +20,15 @@ enum class AtSpiCells {
     none,     ///< They say nothing.
 };
 
-/// What an element is and what was read of it so far. Filled on the worker thread only; the first
-/// four never change and may be read anywhere.
+/// What an element is and what was read of it so far. Filled on the worker thread only; what
+/// stands before the empty line never changes and may be read anywhere.
 struct AtSpiElementState {
     AtSpiObject object;
     AtSpiToolkit toolkit = AtSpiToolkit::other;
     AtSpiSpace space;
-    int connectionNumber = 0;  ///< Of the bus on which the object has its name.
+    int connectionNumber = 0;     ///< Of the bus on which the object has its name.
+    std::int64_t processId = -1;  ///< Of the window that it was found in.
+    std::shared_ptr<const AtSpiSelectionSource> selections;  ///< Null where there is none.
 
     bool isLearnt = false;
     std::uint32_t role = 0;

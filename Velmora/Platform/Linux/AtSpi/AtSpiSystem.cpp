@@ -76,8 +76,12 @@ Rect visiblePart(const WindowInfo& window) {
 }  // namespace
 
 AtSpiSystem::AtSpiSystem(std::shared_ptr<AtSpiService> service, WindowLocator& locator,
-                         const ScreenGeometrySource& geometry)
-    : service_(std::move(service)), locator_(locator), geometry_(geometry) {}
+                         const ScreenGeometrySource& geometry, AtSpiSelectionSource selections)
+    : service_(std::move(service)),
+      locator_(locator),
+      geometry_(geometry),
+      selections_(selections ? std::make_shared<const AtSpiSelectionSource>(std::move(selections))
+                             : nullptr) {}
 
 AtSpiSystem::~AtSpiSystem() = default;
 
@@ -97,10 +101,18 @@ AccessibilityElement::Pointer AtSpiSystem::elementAtPosition(Point point) {
             return findElementAt(core, window, point, geometry, deadline);
         });
     if (state) {
-        return std::make_shared<AtSpiElement>(service_, budget_, std::move(*state));
+        return element(budget_, std::move(*state), *window);
     }
     return std::make_shared<AtSpiWindowElement>(window->id,
                                                 geometry.captureFromNative(visiblePart(*window)));
+}
+
+AccessibilityElement::Pointer AtSpiSystem::element(const std::shared_ptr<AtSpiBudget>& budget,
+                                                   AtSpiElementState state,
+                                                   const WindowInfo& window) const {
+    state.processId = window.processId;
+    state.selections = selections_;
+    return std::make_shared<AtSpiElement>(service_, budget, std::move(state));
 }
 
 AccessibilityElement::Pointer AtSpiSystem::focusedElement() {
@@ -118,7 +130,7 @@ AccessibilityElement::Pointer AtSpiSystem::focusedElement() {
                                                                     AtSpiDeadline& deadline) {
             return findFocus(core, window, geometry, deadline);
         });
-    return state ? std::make_shared<AtSpiElement>(service_, budget, std::move(*state)) : nullptr;
+    return state ? element(budget, std::move(*state), *window) : nullptr;
 }
 
 std::optional<std::chrono::milliseconds> AtSpiSystem::timeLeft() const {

@@ -6,6 +6,8 @@
 #include <optional>
 
 #include "Velmora/Platform/AccessibilitySystem.h"
+#include "Velmora/Platform/Linux/AtSpi/AtSpiElementState.h"
+#include "Velmora/Platform/Linux/AtSpi/AtSpiSelectionSource.h"
 #include "Velmora/Platform/ScreenGeometrySource.h"
 #include "Velmora/Platform/WindowLocator.h"
 
@@ -20,9 +22,10 @@ class AtSpiService;
 /// stand for its elements meanwhile.
 class AtSpiSystem : public AccessibilitySystem {
   public:
-    /// The locator and the geometry must outlive this.
+    /// The locator and the geometry must outlive this. Without a source of selections those that
+    /// a program does not tell exactly are none.
     AtSpiSystem(std::shared_ptr<AtSpiService> service, WindowLocator& locator,
-                const ScreenGeometrySource& geometry);
+                const ScreenGeometrySource& geometry, AtSpiSelectionSource selections = {});
     ~AtSpiSystem() override;
 
     AccessibilityElement::Pointer elementAtPosition(Point point) override;
@@ -33,9 +36,13 @@ class AtSpiSystem : public AccessibilitySystem {
     std::optional<std::chrono::milliseconds> timeLeft() const;
 
   private:
+    AccessibilityElement::Pointer element(const std::shared_ptr<AtSpiBudget>& budget,
+                                          AtSpiElementState state, const WindowInfo& window) const;
+
     std::shared_ptr<AtSpiService> service_;
     WindowLocator& locator_;
     const ScreenGeometrySource& geometry_;
+    std::shared_ptr<const AtSpiSelectionSource> selections_;
     std::shared_ptr<AtSpiBudget> budget_;
 };
 

@@ -14,6 +14,11 @@ namespace {
 
 constexpr qsizetype rowLimit = 8192;
 constexpr int rowsPerRange = 64;
+constexpr qsizetype greatestSelection = 4096;
+
+bool isBreak(uint character) {
+    return character == '\n' || character == '\r';
+}
 
 }  // namespace
 
@@ -73,30 +78,90 @@ std::optional<int> AtSpiTerminal::offsetAt(Point capture) {
     return std::nullopt;
 }
 
-std::optional<int> AtSpiTerminal::characterAtColumnOf(int offset) {
-    const std::optional<Row> row = rowAt(offset);
-    if (!row) {
-        return std::nullopt;
-    }
-    const int column = offset - row->from;
-    const auto count = static_cast<int>(row->characters.size());
+std::optional<int> AtSpiTerminal::characterAtColumnOf(const Row& row, int offset) const {
+    const int column = offset - row.from;
+    const auto count = static_cast<int>(row.characters.size());
     int cell = 0;
     int character = 0;
     for (; character < count && cell < column; ++character) {
-        cell += cellsOf(row->characters.at(character));
+        cell += cellsOf(row.characters.at(character));
     }
     // The last offset stands for its own column and for all behind it, if there are any.
-    const bool isOpen = offset >= row->last && (character < count || cell > column);
-    return isOpen ? std::nullopt : std::optional(row->from + character);
+    const bool isOpen = offset >= row.last && (character < count || cell > column);
+    return isOpen ? std::nullopt : std::optional(row.from + character);
+}
+
+std::vector<int> AtSpiTerminal::charactersBehindColumnOf(const Row& row, int offset) const {
+    std::vector<int> result;
+    int cell = 0;
+    for (qsizetype i = 0; i < row.characters.size(); ++i) {
+        if (cell >= offset - row.from) {
+            result.push_back(row.from + static_cast<int>(i));
+        }
+        cell += cellsOf(row.characters.at(i));
+    }
+    return result;
+}
+
+QList<uint> AtSpiTerminal::selectedCharacters() {
+    const auto text = state_.selections
+                          ? (*state_.selections)(state_.processId, deadline_.forNextCall())
+                          : std::nullopt;
+    QList<uint> characters = text ? QString::fromStdString(*text).toUcs4() : QList<uint>();
+    characters.removeIf(isBreak);
+    return characters.size() > greatestSelection ? QList<uint>() : characters;
+}
+
+std::optional<int> AtSpiTerminal::endOf(const QList<uint>& characters, int from) {
+    // Rows that go on in the next one have a break for the terminal and none in what is selected.
+    const int to = std::min(from + static_cast<int>(2 * characters.size()), state_.characterCount);
+    const auto text =
+        atspireply::text(bus_.callOnce(atspirequest::text(state_.object, from, to), deadline_),
+                         rowLimit + 4 * characters.size());
+    const QList<uint> shown = text ? text->toUcs4() : QList<uint>();
+    qsizetype found = 0;
+    for (qsizetype i = 0; i < shown.size() && found < characters.size(); ++i) {
+        if (isBreak(shown.at(i))) {
+            continue;
+        }
+        if (shown.at(i) != characters.at(found)) {
+            return std::nullopt;
+        }
+        if (++found == characters.size()) {
+            return from + static_cast<int>(i) + 1;
+        }
+    }
+    return std::nullopt;
 }
 
 std::optional<std::pair<int, int>> AtSpiTerminal::selection(int from, int to) {
-    const std::optional<int> first = characterAtColumnOf(from);
-    const std::optional<int> last = characterAtColumnOf(to);
-    if (!first || !last || *first >= *last) {
+    const std::optional<Row> firstRow = rowAt(from);
+    const std::optional<Row> lastRow = rowAt(to);
+    if (!firstRow || !lastRow) {
         return std::nullopt;
     }
-    return std::pair{*first, *last};
+    const std::optional<int> first = characterAtColumnOf(*firstRow, from);
+    const std::optional<int> last = characterAtColumnOf(*lastRow, to);
+    if (first && last) {
+        return *first < *last ? std::optional(std::pair{*first, *last}) : std::nullopt;
+    }
+    const QList<uint> characters = selectedCharacters();
+    if (characters.isEmpty()) {
+        return std::nullopt;
+    }
+    std::optional<std::pair<int, int>> result;
+    for (const int begin :
+         first ? std::vector{*first} : charactersBehindColumnOf(*firstRow, from)) {
+        const std::optional<int> end = endOf(characters, begin);
+        if (!end || (last && *end != *last)) {
+            continue;
+        }
+        if (result) {
+            return std::nullopt;
+        }
+        result = {begin, *end};
+    }
+    return result;
 }
 
 std::optional<Rect> AtSpiTerminal::bounds(int from, int to) {

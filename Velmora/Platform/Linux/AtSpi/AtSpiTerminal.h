@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <utility>
+#include <vector>
 
 #include "Velmora/Platform/Linux/AtSpi/AtSpiBus.h"
 #include "Velmora/Platform/Linux/AtSpi/AtSpiElementState.h"
@@ -23,9 +24,9 @@ class AtSpiTerminal {
 
     /// The characters of a selection of which the terminal told. It counts columns in place of
     /// characters there, from the beginning of the row, and stops counting at the row's last
-    /// character; nothing where that leaves open what is meant, that is, where the selection
-    /// begins or ends behind the middle of a row of wide characters. The bus has no other call that
-    /// tells of it.
+    /// character. Where that leaves open what is meant, because the selection begins or ends behind
+    /// the middle of a row of wide characters, the selected text itself is asked for, and nothing
+    /// is the answer where it stands nowhere or in two places.
     std::optional<std::pair<int, int>> selection(int from, int to);
 
     /// How many cells a terminal gives a character: 0, 1 or 2.
@@ -40,7 +41,10 @@ class AtSpiTerminal {
         Rect firstCell;
     };
     std::optional<Row> rowAt(int offset);
-    std::optional<int> characterAtColumnOf(int offset);
+    std::optional<int> characterAtColumnOf(const Row& row, int offset) const;
+    std::vector<int> charactersBehindColumnOf(const Row& row, int offset) const;
+    QList<uint> selectedCharacters();
+    std::optional<int> endOf(const QList<uint>& characters, int from);
 
     AtSpiBus& bus_;
     const AtSpiElementState& state_;

@@ -179,12 +179,12 @@ std::optional<std::pair<int, int>> AtSpiTextReader::selectedOffsets() {
         return std::nullopt;
     }
     std::optional<std::pair<int, int>> range = reportedSelection();
-    if (range && range->first >= 0 && range->first < range->second) {
-        if (isTerminal(state_)) {
-            range = AtSpiTerminal(bus_, state_, deadline_).selection(range->first, range->second);
-        } else if (state_.toolkit == AtSpiToolkit::chromium) {
-            range = webSelection(*range);
-        }
+    if (range && range->first >= 0 && isTerminal(state_)) {
+        // Both ends may stand for all that is behind the middle of one row.
+        range = AtSpiTerminal(bus_, state_, deadline_).selection(range->first, range->second);
+    } else if (range && range->first >= 0 && range->first < range->second &&
+               state_.toolkit == AtSpiToolkit::chromium) {
+        range = webSelection(*range);
     }
     if (!range || range->first < 0 || range->first >= range->second ||
         range->second > state_.characterCount || range->second - range->first > greatestSelection) {

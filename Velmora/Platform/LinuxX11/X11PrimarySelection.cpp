@@ -32,7 +32,7 @@ struct X11PrimarySelection::Parts {
         }
     }
 
-    xcb_window_t owner() {
+    xcb_window_t owner() const {
         const auto cookie = xcb_get_selection_owner(connection.get(), XCB_ATOM_PRIMARY);
         const auto reply =
             xcbOwned(xcb_get_selection_owner_reply(connection.get(), cookie, nullptr));
@@ -66,7 +66,7 @@ struct X11PrimarySelection::Parts {
         return left > 0 && poll(&readable, 1, static_cast<int>(left)) > 0;
     }
 
-    std::optional<std::string> answer() {
+    std::optional<std::string> answer() const {
         const auto cookie = xcb_get_property(connection.get(), 1, window, place, utf8, 0,
                                              greatestLength / sizeof(std::uint32_t));
         const auto reply = xcbOwned(xcb_get_property_reply(connection.get(), cookie, nullptr));

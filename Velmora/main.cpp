@@ -90,7 +90,7 @@ ProductInformation productInformation() {
 DesktopPackageInstaller packageInstaller() {
     const auto cache = xdg::cacheHome();
     return {QCoreApplication::applicationFilePath().toStdString(),
-            cache ? (*cache / "Velmora").string() : std::string()};
+            cache ? (*cache / "Velmora" / "updates").string() : std::string()};
 }
 
 /// The word list is read while the toolkit starts.
@@ -240,7 +240,8 @@ class Application {
     DesktopPackageInstaller installer_ = packageInstaller();
     SerialWorkerQueue updateQueue_{"com.velmora.updates"};
     SoftwareUpdateController softwareUpdates_{
-        {VELMORA_UPDATE_FEED_URL, VELMORA_UPDATE_PUBLIC_KEY, VELMORA_VERSION},
+        {VELMORA_UPDATE_FEED_URL, VELMORA_UPDATE_PUBLIC_KEY, VELMORA_VERSION,
+         VELMORA_BUILD_NUMBER},
         {fetcher_, verifier_, installer_, *clock_, updateWindow_, updateQueue_, *mainQueue_}};
     FinishedQueue finishedUpdates_{updateQueue_};
     std::unique_ptr<StatusItem> statusItem_;

@@ -127,7 +127,7 @@ void SoftwareUpdateController::feedArrived(const HttpFetcher::Answer& answer) {
         return;
     }
     feedEntityTag_ = answer.entityTag;
-    setBestItem(newestUpdate(*items, configuration_.currentVersion));
+    setBestItem(newestUpdate(*items, configuration_.comparedVersion()));
     showOutcome({});
 }
 
@@ -145,6 +145,7 @@ void SoftwareUpdateController::showOutcome(const std::string& failure) {
     if (!failure.empty()) {
         showMessage(failure);
     } else if (bestItem_) {
+        offeredItem_ = bestItem_;
         services_.window.show(offer());
     } else {
         showMessage("Velmora " + configuration_.currentVersion + " is the newest version.");
@@ -152,22 +153,24 @@ void SoftwareUpdateController::showOutcome(const std::string& failure) {
 }
 
 void SoftwareUpdateController::install() {
-    if (!bestItem_ || packageFetch_ || handOver_) {
+    if (!offeredItem_ || packageFetch_ || handOver_) {
         return;
     }
-    if (bestItem_->length > mostPackageBytes) {
+    if (offeredItem_->length > mostPackageBytes) {
         showMessage("The update is too large.");
         return;
     }
     HttpFetcher::Request request;
-    request.url = bestItem_->enclosureUrl;
-    request.mostBytes = bestItem_->length;
+    request.url = offeredItem_->enclosureUrl;
+    request.mostBytes = offeredItem_->length;
+    request.mostSeconds = mostPackageSeconds;
     packageFetch_ = services_.fetcher.fetch(
         request,
         [this](std::int64_t received) {
             UpdateWindowState state = offer();
             state.progress = std::clamp(
-                static_cast<double>(received) / static_cast<double>(bestItem_->length), 0.0, 1.0);
+                static_cast<double>(received) / static_cast<double>(offeredItem_->length), 0.0,
+                1.0);
             services_.window.update(state);
         },
         [this](HttpFetcher::Answer answer) { packageArrived(std::move(answer)); });
@@ -178,7 +181,7 @@ void SoftwareUpdateController::packageArrived(HttpFetcher::Answer answer) {
     packageFetch_.reset();
     if (!answer.error.empty()) {
         showMessage("The update could not be downloaded: " + answer.error);
-    } else if (bestItem_) {
+    } else if (offeredItem_) {
         verifyAndHandOver(std::move(answer.body));
     }
 }
@@ -186,7 +189,7 @@ void SoftwareUpdateController::packageArrived(HttpFetcher::Answer answer) {
 void SoftwareUpdateController::verifyAndHandOver(std::string package) {
     handOver_ = std::make_shared<const bool>(true);
     services_.worker.async([this, wish = std::weak_ptr(handOver_), package = std::move(package),
-                            item = *bestItem_, key = configuration_.publicKey,
+                            item = *offeredItem_, key = configuration_.publicKey,
                             verifier = &services_.verifier, installer = &services_.installer,
                             mainQueue = &services_.mainQueue] {
         if (wish.expired()) {
@@ -215,6 +218,7 @@ void SoftwareUpdateController::later() {
     userIsWaiting_ = false;
     packageFetch_.reset();
     handOver_.reset();
+    offeredItem_.reset();
     services_.window.close();
 }
 
@@ -222,9 +226,9 @@ UpdateWindowState SoftwareUpdateController::offer() const {
     UpdateWindowState state;
     state.phase = packageFetch_ ? Phase::downloading : Phase::available;
     state.currentVersion = configuration_.currentVersion;
-    if (bestItem_) {
-        state.version = bestItem_->displayVersion();
-        state.releaseNotes = bestItem_->releaseNotes;
+    if (offeredItem_) {
+        state.version = offeredItem_->displayVersion();
+        state.releaseNotes = offeredItem_->releaseNotes;
     }
     return state;
 }

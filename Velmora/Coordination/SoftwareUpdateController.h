@@ -38,6 +38,7 @@ class SoftwareUpdateController final : public SoftwareUpdating {
     static constexpr double secondsBeforeFirstCheck = 60;
     static constexpr std::int64_t mostFeedBytes = std::int64_t{1} << 20;
     static constexpr std::int64_t mostPackageBytes = std::int64_t{512} << 20;
+    static constexpr double mostPackageSeconds = 4 * 60 * 60;
 
     /// Schedules the first check; nothing is fetched before it.
     SoftwareUpdateController(UpdateConfiguration configuration, Services services);
@@ -66,6 +67,7 @@ class SoftwareUpdateController final : public SoftwareUpdating {
     Services services_;
     Observer observer_;
     std::optional<AppcastItem> bestItem_;
+    std::optional<AppcastItem> offeredItem_;  ///< In the window; a later check does not change it.
     std::string feedEntityTag_;
     bool userIsWaiting_ = false;
     std::unique_ptr<HttpFetch> feedFetch_;

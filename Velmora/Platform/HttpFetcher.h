@@ -22,6 +22,7 @@ class HttpFetcher {
         std::string entityTag;       ///< Sent as If-None-Match where it is not empty.
         std::int64_t mostBytes = 0;  ///< A longer answer is cut off and counts as failed.
         double idleTimeoutSeconds = 30;
+        double mostSeconds = 120;  ///< An answer that is not whole by then counts as failed.
     };
 
     struct Answer {

@@ -58,18 +58,24 @@ void LoopbackHttpsServer::accept() {
         if (hangsUp_) {
             socket->disconnectFromHost();
         }
-        if (!endless_) {
-            return;
+        if (endless_) {
+            send(*socket, 0, 64 * 1024);
+        } else if (trickles_) {
+            send(*socket, 20, 1);
         }
-        auto* filler = new QTimer(socket);
-        QObject::connect(filler, &QTimer::timeout, socket, [socket] {
-            const auto* encrypted = qobject_cast<QSslSocket*>(socket);
-            if (encrypted->encryptedBytesToWrite() < 256 * 1024) {
-                socket->write(QByteArray(64 * 1024, 'x'));
-            }
-        });
-        filler->start(0);
     });
+}
+
+/// So many bytes every few milliseconds, as long as somebody takes them.
+void LoopbackHttpsServer::send(QTcpSocket& socket, int milliseconds, qsizetype bytes) {
+    auto* filler = new QTimer(&socket);
+    QObject::connect(filler, &QTimer::timeout, &socket, [&socket, bytes] {
+        const auto* encrypted = qobject_cast<QSslSocket*>(&socket);
+        if (encrypted->encryptedBytesToWrite() < 256 * 1024) {
+            socket.write(QByteArray(bytes, 'x'));
+        }
+    });
+    filler->start(milliseconds);
 }
 
 }  // namespace velmora::test

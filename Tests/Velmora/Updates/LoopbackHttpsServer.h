@@ -25,16 +25,21 @@ class LoopbackHttpsServer {
     /// Ends the connection once the answer in hand is sent, whole or not.
     void hangUpAfterAnswer() { hangsUp_ = true; }
 
+    /// Lets a byte now and then follow the answer in hand, without end.
+    void trickleAfterAnswer() { trickles_ = true; }
+
     /// A whole answer with this body.
     static QByteArray ok(const QByteArray& body, const QByteArray& furtherHeaders = {});
 
   private:
     void accept();
+    void send(QTcpSocket& socket, int milliseconds, qsizetype bytes);
 
     QSslServer server_;
     Responder responder_;
     bool endless_;
     bool hangsUp_ = false;
+    bool trickles_ = false;
     QList<QByteArray> heads_;
 };
 

@@ -32,7 +32,8 @@ class NetworkHttpFetcherTests : public testing::Test {
                                   std::int64_t mostBytes, const std::string& entityTag) {
         std::optional<HttpFetcher::Answer> answer;
         const auto transfer = fetcher.fetch(
-            {url, entityTag, mostBytes, 30}, [this](std::int64_t bytes) { received = bytes; },
+            {url, entityTag, mostBytes, 30, mostSeconds},
+            [this](std::int64_t bytes) { received = bytes; },
             [&answer](HttpFetcher::Answer arrived) { answer = std::move(arrived); });
         const QDeadlineTimer deadline(30'000);
         while (!answer && !deadline.hasExpired()) {
@@ -45,6 +46,7 @@ class NetworkHttpFetcherTests : public testing::Test {
     QCoreApplication& running = application();
     NetworkHttpFetcher trusting{{LoopbackHttpsServer::authority()}};
     std::int64_t received = 0;
+    double mostSeconds = 120;
 };
 
 TEST_F(NetworkHttpFetcherTests, FetchesABodyAndItsEntityTag) {
@@ -120,6 +122,18 @@ TEST_F(NetworkHttpFetcherTests, DoesNotEvenBeginAnAnswerThatAnnouncesTooMuch) {
     EXPECT_EQ(fetch(server.url("/feed"), 1000).error, "it is larger than expected");
 }
 
+TEST_F(NetworkHttpFetcherTests, GivesUpAnAnswerThatComesByteByByte) {
+    LoopbackHttpsServer* slow = nullptr;
+    LoopbackHttpsServer server([&slow](const QByteArray&) {
+        slow->trickleAfterAnswer();
+        return QByteArray("HTTP/1.1 200 OK\r\nContent-Length: 1000000\r\n\r\n<rss>");
+    });
+    slow = &server;
+    mostSeconds = 1;
+    EXPECT_EQ(fetch(server.url("/feed"), 1 << 20).error, "it takes too long");
+    EXPECT_GT(received, 5) << "it was never idle";
+}
+
 TEST_F(NetworkHttpFetcherTests, ReportsWhatTheServerSaysIsWrong) {
     const LoopbackHttpsServer server([](const QByteArray&) {
         return QByteArray("HTTP/1.1 500 No\r\nContent-Length: 4\r\n\r\noops");
@@ -154,7 +168,7 @@ TEST_F(NetworkHttpFetcherTests, CallsNobodyAfterItWasCancelled) {
         [](const QByteArray&) { return LoopbackHttpsServer::ok("feed"); });
     bool called = false;
     auto transfer = trusting.fetch(
-        {server.url("/feed"), {}, 1000, 30}, [](std::int64_t) {},
+        {server.url("/feed"), {}, 1000, 30, 120}, [](std::int64_t) {},
         [&called](const HttpFetcher::Answer&) { called = true; });
     transfer.reset();
     EXPECT_EQ(fetch(server.url("/feed")).body, "feed");

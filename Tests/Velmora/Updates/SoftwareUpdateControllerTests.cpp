@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "Tests/Velmora/Updates/FakeUpdateWindow.h"
 #include "Velmora/Platform/Recorded/ManualClock.h"
 #include "Velmora/Platform/Recorded/ManualMainQueue.h"
 
@@ -49,25 +50,6 @@ class FakeFetcher final : public HttpFetcher {
     }
 
     std::vector<std::shared_ptr<Pending>> fetches;
-};
-
-class FakeWindow final : public UpdatePresenting {
-  public:
-    void setActions(std::function<void()> install, std::function<void()> later) override {
-        pressInstall = std::move(install);
-        pressLater = std::move(later);
-    }
-    void show(const UpdateWindowState& shown) override {
-        state = shown;
-        isShown = true;
-    }
-    void update(const UpdateWindowState& shown) override { state = shown; }
-    void close() override { isShown = false; }
-
-    std::function<void()> pressInstall;
-    std::function<void()> pressLater;
-    UpdateWindowState state;
-    bool isShown = false;
 };
 
 class FakeVerifier final : public SignatureVerifier {
@@ -138,7 +120,7 @@ class SoftwareUpdateControllerTests : public testing::Test {
     FakeVerifier verifier;
     FakeInstaller installer;
     ManualClock clock;
-    FakeWindow window;
+    FakeUpdateWindow window;
     FakeWorker worker;
     ManualMainQueue mainQueue;
 };
@@ -316,6 +298,64 @@ TEST_F(SoftwareUpdateControllerTests, InstallsNothingAfterLater) {
     window.pressLater();
     finishWork();
     EXPECT_TRUE(installer.installed.empty());
+}
+
+TEST_F(SoftwareUpdateControllerTests, ACheckDuringADownloadChangesNothingOfIt) {
+    for (const std::string& later : {feed(""), feed(item("3.0", "another"))}) {
+        auto made = controller();
+        made.checkForUpdates();
+        fetcher.answer(feed(item("2.0", "package")));
+        window.pressInstall();
+        const auto download = fetcher.fetches.back();
+        clock.advance(60);
+        ASSERT_NE(fetcher.fetches.back(), download) << "the daily check is due";
+        fetcher.answer(later);
+        EXPECT_NE(made.availableUpdateVersion(), "2.0");
+        download->progress(3);
+        EXPECT_EQ(window.state.version, "2.0");
+        EXPECT_NEAR(window.state.progress, 3.0 / 7, 1e-9);
+        HttpFetcher::Answer whole;
+        whole.body = "package";
+        download->completion(whole);
+        finishWork();
+        EXPECT_EQ(installer.installed.back().first, "velmora-2.0.deb");
+    }
+    EXPECT_EQ(installer.installed.size(), 2U);
+}
+
+TEST_F(SoftwareUpdateControllerTests, InstallsWhatTheWindowOffersThoughTheFeedMovesOn) {
+    auto made = controller();
+    made.checkForUpdates();
+    fetcher.answer(feed(item("2.0", "package")));
+    clock.advance(60);
+    fetcher.answer(feed(item("3.0", "another")));
+    EXPECT_EQ(made.availableUpdateVersion(), "3.0");
+    window.pressInstall();
+    EXPECT_EQ(fetcher.fetches.back()->request.url, "https://updates.example/files/velmora-2.0.deb");
+    window.pressLater();
+    window.pressInstall();
+    EXPECT_EQ(fetcher.fetches.size(), 3U) << "a window that is closed offers nothing";
+}
+
+TEST_F(SoftwareUpdateControllerTests, WherePackagersCountBuildsTheFeedsVersionsAreBuilds) {
+    auto made = controller({"https://updates.example/feed", "key", "1.0", "120"});
+    made.checkForUpdates();
+    fetcher.answer(feed(item("119", "a", "0.9") + item("120", "b", "1.0")));
+    EXPECT_EQ(window.state.message, "Velmora 1.0 is the newest version.");
+    made.checkForUpdates();
+    fetcher.answer(feed(item("121", "a", "1.1")));
+    EXPECT_EQ(made.availableUpdateVersion(), "1.1");
+}
+
+TEST_F(SoftwareUpdateControllerTests, FetchesAreBoundedInSizeAndTime) {
+    auto made = controller();
+    made.checkForUpdates();
+    EXPECT_EQ(fetcher.fetches.back()->request.mostBytes, 1 << 20);
+    EXPECT_EQ(fetcher.fetches.back()->request.mostSeconds, 120);
+    fetcher.answer(feed(item("2.0", "package")));
+    window.pressInstall();
+    EXPECT_EQ(fetcher.fetches.back()->request.mostBytes, 7);
+    EXPECT_EQ(fetcher.fetches.back()->request.mostSeconds, 4 * 60 * 60);
 }
 
 TEST_F(SoftwareUpdateControllerTests, RefusesAPackageBeyondAllMeasure) {

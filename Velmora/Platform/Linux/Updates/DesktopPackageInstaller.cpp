@@ -39,8 +39,12 @@ bool DesktopPackageInstaller::isOwnedByPackageManager() const {
 std::string DesktopPackageInstaller::install(const std::string& package,
                                              const std::string& fileName) {
     const QString folder = QString::fromStdString(cacheFolder_);
-    if (!QDir().mkpath(folder)) {
+    if (folder.isEmpty() || !QDir().mkpath(folder)) {
         return "The package could not be stored in " + cacheFolder_ + ".";
+    }
+    // Of the packages before nobody has any more need.
+    for (const QString& old : QDir(folder).entryList(QDir::Files | QDir::Hidden)) {
+        QFile::remove(QDir(folder).filePath(old));
     }
     QSaveFile file(QDir(folder).filePath(QString::fromStdString(fileName)));
     const bool isStored = file.open(QIODevice::WriteOnly) &&

@@ -11,8 +11,8 @@ namespace velmora {
 /// Hands packages to whatever the desktop opens them with.
 class DesktopPackageInstaller final : public PackageInstaller {
   public:
-    /// `executable` is the running program; `cacheFolder` where packages are kept for the
-    /// installer. Its command is `xdg-open` unless another is given.
+    /// `executable` is the running program; `cacheFolder`, which belongs to us alone, where the
+    /// newest package is kept for the installer. Its command is `xdg-open` unless another is given.
     DesktopPackageInstaller(std::string executable, std::string cacheFolder,
                             std::string openCommand = "xdg-open");
 

@@ -20,16 +20,19 @@ constexpr int httpOk = 200;
 /// One transfer; the reply is ours to end.
 class Transfer final : public QObject, public HttpFetch {
   public:
-    Transfer(QNetworkReply* reply, std::int64_t mostBytes, HttpFetcher::Progress progress,
-             HttpFetcher::Completion completion)
+    Transfer(QNetworkReply* reply, const HttpFetcher::Request& request,
+             HttpFetcher::Progress progress, HttpFetcher::Completion completion)
         : reply_(reply),
-          mostBytes_(mostBytes),
+          mostBytes_(request.mostBytes),
           progress_(std::move(progress)),
           completion_(std::move(completion)) {
         reply_->setReadBufferSize(readBufferBytes);
         connect(reply_, &QNetworkReply::metaDataChanged, this, [this] { checkAnnouncedLength(); });
         connect(reply_, &QNetworkReply::readyRead, this, [this] { receive(); });
         connect(reply_, &QNetworkReply::finished, this, [this] { finish(); });
+        // A server that sends a byte now and then is never idle.
+        QTimer::singleShot(static_cast<int>(request.mostSeconds * 1000), this,
+                           [this] { fail(QStringLiteral("it takes too long")); });
     }
 
     ~Transfer() override {
@@ -62,6 +65,9 @@ class Transfer final : public QObject, public HttpFetch {
     }
 
     void fail(const QString& reason) {
+        if (!reply_) {
+            return;
+        }
         error_ = reason.toStdString();
         reply_->abort();
     }
@@ -142,7 +148,7 @@ std::unique_ptr<HttpFetch> NetworkHttpFetcher::fetch(const Request& request, Pro
         tls.addCaCertificates(authorities_);
         get.setSslConfiguration(tls);
     }
-    return std::make_unique<Transfer>(manager_->get(get), request.mostBytes, std::move(progress),
+    return std::make_unique<Transfer>(manager_->get(get), request, std::move(progress),
                                       std::move(completion));
 }
 

@@ -73,6 +73,24 @@ class Commands(unittest.TestCase):
             for option in options | {"--help", "--version"}:
                 self.assertIn(option, described)
 
+    def test_the_manual_page_has_every_variable_that_the_program_reads(self):
+        page = (PACKAGING / "velmora.1").read_text(encoding="utf-8")
+        environment = page[page.index(".SH ENVIRONMENT"):page.index(".SH FILES")]
+        read = {"NO_COLOR"}
+        for folder in ("Velmora", "VelmoraCore"):
+            for source in (ROOT / folder).rglob("*.cpp"):
+                read |= set(re.findall(r'"(VELMORA_[A-Z_]+)"', source.read_text(encoding="utf-8")))
+        self.assertGreater(len(read), 5, read)
+        for name in read:
+            self.assertRegex(environment, rf"\b{name}\b")
+
+    def test_the_manual_page_is_well_formed(self):
+        if shutil.which("groff"):
+            result = subprocess.run(
+                ["groff", "-man", "-Tutf8", "-ww", "-z", PACKAGING / "velmora.1"],
+                capture_output=True, text=True, check=False, timeout=TIMEOUT)
+            self.assertEqual((result.returncode, result.stderr), (0, ""))
+
     def bash_offers(self, *words):
         script = 'source "$1"; shift; COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); ' \
                  'compopt() { :; }; _velmora; printf "%s\\n" "${COMPREPLY[@]}"'

@@ -3,7 +3,10 @@
 
 #include <QColor>
 #include <QDir>
+#include <algorithm>
 #include <cstdlib>
+#include <map>
+#include <utility>
 
 namespace velmora::test {
 
@@ -12,24 +15,39 @@ namespace {
 constexpr int tolerance = 16;
 constexpr double toleratedShare = 0.001;
 
+/// A letter that is another one is few pixels, but they stand together: of a square of this side so
+/// many may differ.
+constexpr int blockSide = 16;
+constexpr int toleratedOfBlock = 10;
+
 bool differs(QRgb a, QRgb b) {
     return std::abs(qRed(a) - qRed(b)) > tolerance || std::abs(qGreen(a) - qGreen(b)) > tolerance ||
            std::abs(qBlue(a) - qBlue(b)) > tolerance;
 }
 
-/// The approved picture paled, with every differing pixel in red; returns their number.
-int markDifferences(const QImage& actual, const QImage& approved, QImage& marked) {
-    marked = approved.copy();
+struct Differences {
     int count = 0;
+    int mostInBlock = 0;
+};
+
+/// The approved picture paled, with every differing pixel in red; returns how many there are.
+Differences markDifferences(const QImage& actual, const QImage& approved, QImage& marked) {
+    marked = approved.copy();
+    Differences found;
+    std::map<std::pair<int, int>, int> blocks;
     for (int y = 0; y < approved.height(); ++y) {
         for (int x = 0; x < approved.width(); ++x) {
             const QColor pale = QColor(approved.pixel(x, y)).lighter(130);
             const bool different = differs(actual.pixel(x, y), approved.pixel(x, y));
             marked.setPixelColor(x, y, different ? QColor(Qt::red) : pale);
-            count += different ? 1 : 0;
+            if (different) {
+                ++found.count;
+                const int inBlock = ++blocks[{x / blockSide, y / blockSide}];
+                found.mostInBlock = std::max(found.mostInBlock, inBlock);
+            }
         }
     }
-    return count;
+    return found;
 }
 
 QString leave(const QImage& image, const std::string& name, const char* suffix) {
@@ -63,10 +81,11 @@ testing::AssertionResult matchesApproved(const QImage& actual, const std::string
                << leave(actual, name, ".actual.png").toStdString();
     }
     QImage marked;
-    const int count = markDifferences(actual, approved, marked);
-    if (count > toleratedShare * actual.width() * actual.height()) {
+    const Differences found = markDifferences(actual, approved, marked);
+    if (found.count > toleratedShare * actual.width() * actual.height() ||
+        found.mostInBlock > toleratedOfBlock) {
         leave(actual, name, ".actual.png");
-        return testing::AssertionFailure() << count << " pixels differ, see "
+        return testing::AssertionFailure() << found.count << " pixels differ, see "
                                            << leave(marked, name, ".difference.png").toStdString();
     }
     return testing::AssertionSuccess();

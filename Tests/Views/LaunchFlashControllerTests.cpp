@@ -1,11 +1,26 @@
 // SPDX-License-Identifier: MIT
 #include <QGuiApplication>
+#include <QPointF>
 
 #include "Tests/Views/WindowTest.h"
 
 namespace velmora::test {
 
 namespace {
+
+/// Where the cubic Bézier curve with these control points is at x on its way from (0, 0) to (1, 1).
+double bezier(QPointF first, QPointF second, double x) {
+    const auto at = [](double one, double two, double t) {
+        return 3 * (1 - t) * (1 - t) * t * one + 3 * (1 - t) * t * t * two + t * t * t;
+    };
+    double low = 0;
+    double high = 1;
+    for (int i = 0; i < 60; ++i) {
+        const double middle = (low + high) / 2;
+        (at(first.x(), second.x(), middle) < x ? low : high) = middle;
+    }
+    return at(first.y(), second.y(), low);
+}
 
 class LaunchFlashControllerTest : public WindowTest {
   protected:
@@ -22,19 +37,16 @@ TEST_F(LaunchFlashControllerTest, FadesInStaysAndFadesOut) {
     EXPECT_TRUE(isVisible());
     EXPECT_EQ(alpha(), 0);
     world.clock.advance(0.11);
-    // Ease-out is past the middle at half of its time.
-    EXPECT_GT(alpha(), 0.6);
-    EXPECT_LT(alpha(), 1);
+    // The sixth step of a sixtieth of a second each.
+    EXPECT_NEAR(alpha(), bezier({0, 0}, {0.58, 1}, 0.1 / 0.22), 1e-3);
     world.clock.advance(0.12);
     EXPECT_EQ(alpha(), 1);
     world.clock.advance(1.36);
     EXPECT_EQ(alpha(), 1);
-    world.clock.advance(0.21);
-    // Ease-in is before the middle at half of its time.
-    EXPECT_GT(alpha(), 0.6);
-    EXPECT_LT(alpha(), 1);
+    world.clock.advance(0.2);
+    EXPECT_NEAR(alpha(), 1 - bezier({0.42, 0}, {1, 1}, 11.0 / 60 / 0.4), 1e-3);
     EXPECT_TRUE(isVisible());
-    world.clock.advance(0.21);
+    world.clock.advance(0.22);
     EXPECT_EQ(alpha(), 0);
     EXPECT_FALSE(isVisible());
     EXPECT_EQ(world.clock.pendingTimers(), 0U);

@@ -3,6 +3,9 @@
 #include <QTest>
 #include <cmath>
 #include <numbers>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "Tests/Views/WindowTest.h"
 
@@ -74,6 +77,77 @@ TEST_F(OnboardingWindowTest, WalksThroughTheStepsAndBack) {
     EXPECT_EQ(completed, 1);
     EXPECT_EQ(closed, 0);
     EXPECT_NE(onboarding.window(), nullptr);
+}
+
+TEST_F(OnboardingWindowTest, ItsTextsInTheirOrder) {
+    using Texts = std::vector<std::string>;
+    const auto expectTexts = [this](Texts expected, const char* mainTitle) {
+        ASSERT_TRUE(hasSettled());
+        const std::string caption = "Velmora will keep running from the menu bar.";
+        expected.insert(expected.end(), {"Back", caption, mainTitle});
+        EXPECT_EQ(texts(window().view()), expected);
+    };
+    expectTexts(
+        {"知道", "Velmora", "Understand Chinese wherever you read it.", "Hover", "Learn", "Listen"},
+        "Continue");
+    moveTo(1);
+    expectTexts({"Velmora runs quietly from the menu bar",
+                 "Velmora lives in the menu bar and opens a compact dictionary\n"
+                 "popover over Chinese text.",
+                 "Hover to", "zhī dào", "知道"},
+                "Continue");
+    moveTo(2);
+    expectTexts({"Enable lookup access",
+                 "These permissions let Velmora detect text under the cursor\n"
+                 "and fall back to OCR in stubborn apps.",
+                 "Accessibility", "Reads native text near the cursor and monitors hover dwell.",
+                 "Request", "Open Settings", "Screen Recording",
+                 "Captures a small region for OCR when an app does not expose text.", "Request",
+                 "Open Settings", "Enable hover lookup", "Refresh"},
+                "Continue in Menu Bar");
+}
+
+TEST_F(OnboardingWindowTest, FontsAndMeasures) {
+    const auto points = [](QQuickItem& item) {
+        return item.property("font").value<QFont>().pointSizeF() * 96 / 72;
+    };
+    const auto label = [this](const char* text) -> QQuickItem& {
+        const QString wanted = QString::fromUtf8(text);
+        for (QQuickItem* const item : window().view().findChildren<QQuickItem*>()) {
+            if (item->property("text").toString() == wanted &&
+                QByteArray(item->metaObject()->className()).startsWith("Label_")) {
+                return *item;
+            }
+        }
+        ADD_FAILURE() << text;
+        return window().view();
+    };
+    const auto weight = [](QQuickItem& item) {
+        return item.property("font").value<QFont>().weight();
+    };
+    moveTo(2);
+    moveTo(1);
+    for (const auto& [text, size] :
+         std::vector<std::pair<const char*, double>>{{"Velmora", 40}, {"zhī dào", 11}}) {
+        EXPECT_NEAR(points(label(text)), size, 1e-9) << text;
+        EXPECT_EQ(weight(label(text)), QFont::DemiBold) << text;
+    }
+    QQuickItem& mark = part("mark");
+    EXPECT_NEAR(points(mark), 72, 1e-9);
+    EXPECT_EQ(weight(mark), QFont::DemiBold);
+    EXPECT_NEAR(points(label("Enable lookup access")), 34, 1e-9);
+    QQuickItem& promise = label("Understand Chinese wherever you read it.");
+    EXPECT_NEAR(points(promise), Theme::size(Theme::TextStyle::title3), 1e-9);
+    EXPECT_EQ(weight(promise), QFont::Medium);
+    EXPECT_EQ(QSizeF(part("close").width(), part("close").height()), QSizeF(30, 30));
+    EXPECT_EQ(part("accessibility").property("padding").toDouble(), 18);
+    EXPECT_EQ(part("demo").property("resourceName").toString(), QStringLiteral("onboarding-demo"));
+    std::vector<std::string> icons;
+    for (const QQuickItem* const pill : items(window().view(), QStringLiteral("pill"))) {
+        icons.push_back(pill->property("icon").toString().toStdString());
+    }
+    EXPECT_EQ(icons, (std::vector<std::string>{"cursorarrow.motionlines", "character.book.closed",
+                                               "speaker.wave.2.fill"}));
 }
 
 TEST_F(OnboardingWindowTest, ReadsDoneWhenItIsOpenedLater) {

@@ -2,6 +2,8 @@
 #include <QAccessible>
 #include <QPointer>
 #include <QTest>
+#include <QTextLayout>
+#include <QTextOption>
 #include <string>
 #include <vector>
 
@@ -51,6 +53,35 @@ TEST_F(SettingsWindowTest, IsAnOrdinaryWindowInTheMiddleOfTheScreen) {
     EXPECT_EQ(window().minimumSize(), window().maximumSize());
     EXPECT_EQ(window().x() + window().width() / 2, 800);
     EXPECT_EQ(world.journal, testing::Journal{"activate"});
+}
+
+TEST_F(SettingsWindowTest, ItsTextsInTheirOrder) {
+    world.permissions.screenCapture = false;
+    open();
+    EXPECT_EQ(texts(window().view()),
+              (std::vector<std::string>{"Lookup",
+                                        "Hover lookup enabled",
+                                        "Dwell delay",
+                                        "250 ms",
+                                        "Script preference",
+                                        "Simplified",
+                                        "Traditional",
+                                        "Popover",
+                                        "Tone colors",
+                                        "Auto-pronounce on lookup",
+                                        "Font size",
+                                        "100%",
+                                        "Permissions",
+                                        "Accessibility",
+                                        "Granted",
+                                        "Open Settings",
+                                        "Screen Recording",
+                                        "Needed",
+                                        "Open Settings",
+                                        "Refresh permissions",
+                                        "Privacy",
+                                        "Share anonymous usage analytics",
+                                        "Velmora never sends looked-up text."}));
 }
 
 TEST_F(SettingsWindowTest, IsNewEachTimeAndFreedWhenClosed) {
@@ -156,6 +187,20 @@ TEST_F(SettingsWindowTest, ReadingsAreTruncated) {
     EXPECT_EQ(reading("popoverFontScale"), "123%");
     EXPECT_EQ(part("dwellDelay", "reading").width(), 64);
     EXPECT_EQ(part("popoverFontScale", "reading").width(), 48);
+}
+
+TEST_F(SettingsWindowTest, ReadingsAreSetAsWideAsAnyOtherText) {
+    for (const char* name : {"dwellDelay", "popoverFontScale"}) {
+        QQuickItem& item = part(name, "reading");
+        QTextLayout text(item.property("text").toString(), item.property("font").value<QFont>());
+        QTextOption option;
+        option.setUseDesignMetrics(true);
+        text.setTextOption(option);
+        text.beginLayout();
+        const QTextLine line = text.createLine();
+        text.endLayout();
+        EXPECT_NEAR(item.implicitWidth(), line.naturalTextWidth(), 0.5) << name;
+    }
 }
 
 TEST_F(SettingsWindowTest, AValueOutsideTheRangeKeepsTheKnobOnItsTrack) {

@@ -14,6 +14,23 @@ constexpr int settlingMilliseconds = 400;
 
 }  // namespace
 
+std::vector<std::string> WindowTest::texts(const QQuickItem& root) {
+    std::vector<std::string> result;
+    for (const QQuickItem* const child : root.childItems()) {
+        const QByteArray type = child->metaObject()->className();
+        if (!child->isVisible()) {
+            continue;
+        }
+        if (type.startsWith("Label_") || type.startsWith("MonospacedDigits_")) {
+            result.push_back(child->property("text").toString().toStdString());
+        } else {
+            const auto inside = texts(*child);
+            result.insert(result.end(), inside.begin(), inside.end());
+        }
+    }
+    return result;
+}
+
 void WindowTest::clickOn(QQuickItem& item) {
     clickAt(item, {item.width() / 2, item.height() / 2});
 }

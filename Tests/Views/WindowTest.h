@@ -4,6 +4,7 @@
 #include <QImage>
 #include <QQuickItem>
 #include <string>
+#include <vector>
 
 #include "Tests/Velmora/Coordination/ModelWorld.h"
 #include "Tests/Views/ApprovedPicture.h"
@@ -37,6 +38,9 @@ class WindowTest : public ViewTest {
         }
         return *found.front();
     }
+
+    /// What is to be read in an item now, in the order in which it stands.
+    static std::vector<std::string> texts(const QQuickItem& root);
 
     static void clickOn(QQuickItem& item);
     static void clickAt(QQuickItem& item, QPointF position);

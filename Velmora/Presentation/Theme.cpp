@@ -6,6 +6,9 @@
 #include <QPalette>
 #include <QQmlEngine>
 #include <QScreen>
+#include <QTextLayout>
+#include <QTextOption>
+#include <algorithm>
 #include <cmath>
 
 #include "Velmora/Presentation/HeadwordCharacter.h"
@@ -148,6 +151,21 @@ double Theme::lineHeight(const QFont& font) const {
 double Theme::lineBaseline(const QFont& font) const {
     const double capHeight = font.pointSizeF() * pointsPerTypographicPoint() * capHeightPerEm;
     return std::round((lineHeight(font) + capHeight) / 2);
+}
+
+double Theme::digitWidth(const QFont& font) const {
+    QTextOption option;
+    option.setUseDesignMetrics(true);
+    double widest = 0;
+    for (char digit = '0'; digit <= '9'; ++digit) {
+        QTextLayout layout(QString(QLatin1Char(digit)), font);
+        layout.setTextOption(option);
+        layout.beginLayout();
+        const QTextLine line = layout.createLine();
+        layout.endLayout();
+        widest = std::max(widest, line.naturalTextWidth());
+    }
+    return widest;
 }
 
 double Theme::size(TextStyle style) {

@@ -107,6 +107,9 @@ class Theme : public QObject {
     Q_INVOKABLE double lineHeight(const QFont& font) const;
     Q_INVOKABLE double lineBaseline(const QFont& font) const;
 
+    /// The width of the widest digit in points, as views lay texts out.
+    Q_INVOKABLE double digitWidth(const QFont& font) const;
+
     /// The size of a named style in points.
     static double size(TextStyle style);
 

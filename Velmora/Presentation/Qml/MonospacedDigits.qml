@@ -19,21 +19,10 @@ Item {
     Accessible.role: Accessible.StaticText
     Accessible.name: text
 
-    FontMetrics {
-        id: metrics
-
-        font: root.font
-    }
-
     Row {
         id: characters
 
-        readonly property real digitWidth: {
-            let widest = 0;
-            for (const digit of "0123456789")
-                widest = Math.max(widest, metrics.advanceWidth(digit));
-            return widest;
-        }
+        readonly property real digitWidth: Theme.digitWidth(root.font)
 
         anchors.right: parent.right
 
@@ -44,8 +33,7 @@ Item {
                 required property int index
                 readonly property string character: root.text.charAt(index)
 
-                width: character >= "0" && character <= "9" ? characters.digitWidth
-                                                            : metrics.advanceWidth(character)
+                width: character >= "0" && character <= "9" ? characters.digitWidth : implicitWidth
                 text: character
                 font: root.font
                 color: root.color

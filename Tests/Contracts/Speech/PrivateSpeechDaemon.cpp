@@ -3,12 +3,9 @@
 
 #include <fcntl.h>
 #include <poll.h>
-#include <signal.h>
-#include <sys/prctl.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
@@ -17,6 +14,8 @@
 #include <stdexcept>
 #include <thread>
 #include <vector>
+
+#include "Tests/Support/VirtualDesktop/ProcessTable.h"
 
 namespace velmora::test {
 namespace {
@@ -37,6 +36,19 @@ bool accepts(const std::filesystem::path& socketPath) {
         ::connect(socketHandle, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
     ::close(socketHandle);
     return connected;
+}
+
+/// Daemons and modules whose starter is gone, so that they are ours now.
+std::vector<pid_t> adopted() {
+    std::vector<pid_t> result;
+    for (const pid_t pid : ProcessTable::all()) {
+        const auto line = ProcessTable::line(pid);
+        if (line && line->parent == ::getpid() &&
+            (line->name.starts_with("speech-dispatch") || line->name.starts_with("sd_"))) {
+            result.push_back(pid);
+        }
+    }
+    return result;
 }
 
 }  // namespace
@@ -84,23 +96,20 @@ PrivateSpeechDaemon::~PrivateSpeechDaemon() {
 void PrivateSpeechDaemon::start() {
     std::filesystem::remove(folder_ / "socket");
     std::filesystem::remove(folder_ / "pid");
-    const std::string conf = folder_ / "conf";
-    const std::string socketPath = folder_ / "socket";
-    const std::string pidFile = folder_ / "pid";
-    const std::string log = folder_ / "log";
-    daemon_ = ::fork();
-    if (daemon_ == 0) {
-        ::setpgid(0, 0);
-        ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-        ::setenv("HOME", folder_.c_str(), 1);
-        ::execlp("speech-dispatcher", "speech-dispatcher", "-s", "-c", "unix_socket", "-S",
-                 socketPath.c_str(), "-C", conf.c_str(), "-P", pidFile.c_str(), "-L", log.c_str(),
-                 nullptr);
-        ::_exit(127);
-    }
+    const char* const path = std::getenv("PATH");
+    daemon_ = std::make_unique<ChildProcess>(ChildProcess::Options{
+        {"speech-dispatcher", "-s", "-c", "unix_socket", "-S", folder_ / "socket", "-C",
+         folder_ / "conf", "-P", folder_ / "pid", "-L", folder_ / "log"},
+        {{"PATH", path != nullptr ? path : "/usr/bin:/bin"},
+         {"HOME", folder_.string()},
+         {"XDG_RUNTIME_DIR", folder_.string()},
+         {"LC_ALL", "C.UTF-8"}},
+        folder_,
+        folder_ / "daemon.log",
+        -1});
     const auto deadline = std::chrono::steady_clock::now() + startDeadline;
     while (!accepts(folder_ / "socket")) {
-        if (std::chrono::steady_clock::now() > deadline || ::waitpid(daemon_, nullptr, WNOHANG)) {
+        if (std::chrono::steady_clock::now() > deadline || !daemon_->isRunning()) {
             throw std::runtime_error("speech-dispatcher did not start");
         }
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
@@ -108,10 +117,13 @@ void PrivateSpeechDaemon::start() {
 }
 
 void PrivateSpeechDaemon::kill() {
-    if (daemon_ > 0) {
-        ::kill(-daemon_, SIGKILL);
-        ::waitpid(daemon_, nullptr, 0);
-        daemon_ = -1;
+    if (daemon_) {
+        daemon_->kill();
+        daemon_.reset();
+    }
+    // A client that finds no daemon starts one, which leaves its starter and comes to us.
+    for (std::vector<pid_t> strays = adopted(); !strays.empty(); strays = adopted()) {
+        ProcessTable::kill(strays);
     }
 }
 

@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <sys/types.h>
-
 #include <chrono>
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
+
+#include "Tests/Support/VirtualDesktop/ChildProcess.h"
 
 namespace velmora::test {
 
@@ -31,6 +32,7 @@ class PrivateSpeechDaemon {
     std::optional<Spoken> nextSpoken(
         std::chrono::milliseconds deadline = std::chrono::seconds(20)) const;
 
+    /// Ends the daemon, its modules, and whatever daemon a client started in its place.
     void kill();
     void restart();
 
@@ -40,7 +42,7 @@ class PrivateSpeechDaemon {
     std::filesystem::path folder_;
     std::string moduleName_;
     int fifo_ = -1;
-    pid_t daemon_ = -1;
+    std::unique_ptr<ChildProcess> daemon_;
 };
 
 }  // namespace velmora::test

@@ -3,11 +3,18 @@
 
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
+#include <algorithm>
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <optional>
+#include <thread>
+
+#include "Tests/Support/VirtualDesktop/ProcessTable.h"
 
 namespace velmora::test {
 namespace {
@@ -49,6 +56,45 @@ TEST(VirtualDesktop, leavesNothingBehind) {
     }
     EXPECT_EQ(::kill(program, 0), -1);
     EXPECT_FALSE(std::filesystem::exists(folder));
+}
+
+/// Waits until so many processes are in this session.
+bool comesToHave(pid_t session, std::ptrdiff_t count) {
+    const auto deadline = std::chrono::steady_clock::now() + VirtualDesktop::patience;
+    while (std::chrono::steady_clock::now() < deadline) {
+        const auto pids = ProcessTable::all();
+        if (std::ranges::count_if(pids, [&](pid_t pid) {
+                const auto line = ProcessTable::line(pid);
+                return line && line->session == session;
+            }) == count) {
+            return true;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    return false;
+}
+
+TEST(VirtualDesktop, leavesNothingBehindWhereTheTestIsKilled) {
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    const pid_t test = fork();
+    if (test == 0) {
+        const ChildProcess sleeper(ChildProcess::Options{
+            {"sh", "-c", "sleep 1000 & exec sleep 1000"}, {{"PATH", "/usr/bin:/bin"}}, {}, {}, -1});
+        const pid_t pid = sleeper.pid();
+        [[maybe_unused]] const ssize_t sent = write(ends[1], &pid, sizeof pid);
+        for (;;) {
+            pause();
+        }
+    }
+    pid_t session = 0;
+    ASSERT_EQ(read(ends[0], &session, sizeof session), static_cast<ssize_t>(sizeof session));
+    EXPECT_TRUE(comesToHave(session, 2));
+    kill(test, SIGKILL);
+    waitpid(test, nullptr, 0);
+    EXPECT_TRUE(comesToHave(session, 0));
+    close(ends[0]);
+    close(ends[1]);
 }
 
 TEST(VirtualDesktop, switchesTheAccessibilityBusOn) {

@@ -11,56 +11,14 @@
 
 #include <cerrno>
 #include <cstring>
-#include <fstream>
 #include <stdexcept>
+
+#include "Tests/Support/VirtualDesktop/ProcessTable.h"
+#include "Tests/Support/VirtualDesktop/SessionKeeper.h"
 
 namespace velmora::test {
 
 namespace {
-
-/// What /proc tells of a running process.
-struct ProcessLine {
-    pid_t parent = -1;
-    pid_t session = -1;
-    long long ticks = 0;  ///< Of processor time.
-};
-
-std::optional<ProcessLine> processLine(pid_t pid) {
-    std::ifstream file("/proc/" + std::to_string(pid) + "/stat");
-    std::string line;
-    if (!std::getline(file, line)) {
-        return std::nullopt;
-    }
-    // The name in parentheses may itself hold blanks and parentheses.
-    const std::size_t end = line.rfind(')');
-    if (end == std::string::npos) {
-        return std::nullopt;
-    }
-    char state = 0;
-    int parent = -1;
-    int group = -1;
-    int session = -1;
-    long long user = 0;
-    long long system = 0;
-    if (std::sscanf(line.c_str() + end + 1, " %c %d %d %d %*d %*d %*u %*u %*u %*u %*u %lld %lld",
-                    &state, &parent, &group, &session, &user, &system) != 6 ||
-        state == 'Z') {
-        return std::nullopt;
-    }
-    return ProcessLine{parent, session, user + system};
-}
-
-std::vector<pid_t> allProcesses() {
-    std::vector<pid_t> pids;
-    std::error_code error;
-    for (const auto& entry : std::filesystem::directory_iterator("/proc", error)) {
-        const std::string name = entry.path().filename().string();
-        if (name.find_first_not_of("0123456789") == std::string::npos) {
-            pids.push_back(std::stoi(name));
-        }
-    }
-    return pids;
-}
 
 std::vector<char*> pointers(std::vector<std::string>& texts) {
     std::vector<char*> result;
@@ -118,6 +76,9 @@ ChildProcess::ChildProcess(const Options& options) {
         _exit(127);
     }
     close(report[1]);
+    if (pid_ > 0) {
+        SessionKeeper::watch(pid_);
+    }
     int code = 0;
     const ssize_t got = pid_ < 0 ? 0 : read(report[0], &code, sizeof code);
     close(report[0]);
@@ -137,7 +98,7 @@ bool ChildProcess::owns(pid_t pid) const {
         if (pid == pid_) {
             return true;
         }
-        const std::optional<ProcessLine> line = processLine(pid);
+        const auto line = ProcessTable::line(pid);
         if (!line) {
             return false;
         }
@@ -172,7 +133,7 @@ std::optional<int> ChildProcess::waitForExit(std::chrono::milliseconds timeout) 
 
 std::vector<pid_t> ChildProcess::members() const {
     std::vector<pid_t> result;
-    for (const pid_t pid : allProcesses()) {
+    for (const pid_t pid : ProcessTable::all()) {
         if (owns(pid)) {
             result.push_back(pid);
         }
@@ -189,7 +150,7 @@ void ChildProcess::signalAll(int signal) const {
 std::chrono::milliseconds ChildProcess::processorTime() const {
     long long ticks = 0;
     for (const pid_t pid : members()) {
-        ticks += processLine(pid).value_or(ProcessLine{}).ticks;
+        ticks += ProcessTable::line(pid).value_or(ProcessTable::Line{}).ticks;
     }
     return std::chrono::milliseconds(ticks * 1000 / sysconf(_SC_CLK_TCK));
 }
@@ -208,26 +169,19 @@ void ChildProcess::kill() {
     }
     // A member may start another one between the listing and the signal, hence the rounds.
     for (std::vector<pid_t> left = members(); !left.empty(); left = members()) {
-        for (const pid_t pid : left) {
-            ::kill(pid, SIGKILL);
-        }
-        for (const pid_t pid : left) {
-            const int handle = static_cast<int>(syscall(SYS_pidfd_open, pid, 0));
-            pollfd waiting{handle, POLLIN, 0};
-            if (handle >= 0) {
-                poll(&waiting, 1, 2000);
-                close(handle);
-            }
-            int raw = 0;
-            if (waitpid(pid, &raw, WNOHANG) == pid && pid == pid_ && !exitStatus_) {
-                exitStatus_ = statusOf(raw);
-            }
+        // Its status is wanted.
+        std::erase(left, pid_);
+        ProcessTable::kill(left);
+        if (!exitStatus_) {
+            ::kill(pid_, SIGKILL);
+            waitForExit(std::chrono::seconds(2));
         }
     }
     int raw = 0;
     if (!exitStatus_ && waitpid(pid_, &raw, 0) == pid_) {
         exitStatus_ = statusOf(raw);
     }
+    SessionKeeper::forget(pid_);
 }
 
 }  // namespace velmora::test

@@ -5,8 +5,10 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <string>
 #include <thread>
 
@@ -111,6 +113,45 @@ TEST_F(GlyphMatching, CellsWithoutInkMatchNothing) {
     ASSERT_TRUE(matches);
     EXPECT_TRUE(matches->cells[0].empty());
     EXPECT_TRUE(matches->cells[1].empty());
+}
+
+/// Kilobytes that a process has in memory of what its memory map calls by this name (`[heap]` or
+/// the end of a path).
+long residentKilobytes(pid_t process, const std::string& name) {
+    std::ifstream maps("/proc/" + std::to_string(process) + "/smaps");
+    long sum = 0;
+    bool isIt = false;
+    for (std::string line; std::getline(maps, line);) {
+        const bool begins = line.find('-') < line.find(' ');
+        isIt = begins ? line.size() > name.size() && line.ends_with(name) : isIt;
+        if (isIt && line.rfind("Rss:", 0) == 0) {
+            sum += std::atol(line.c_str() + 4);
+        }
+    }
+    return sum;
+}
+
+bool waitUntil(const std::function<bool()>& isSo) {
+    const auto deadline = std::chrono::steady_clock::now() + longEnough;
+    while (!isSo()) {
+        if (std::chrono::steady_clock::now() > deadline) {
+            return false;
+        }
+        std::this_thread::yield();
+    }
+    return true;
+}
+
+TEST_F(GlyphMatching, AWorkerThatNobodyAsksGivesItsMemoryBack) {
+    RecognizerProcess process(options());
+    ASSERT_TRUE(startAndKnow(process));
+    const CellsToMatch line = lineOf(process, U"中文字典");
+    const pid_t worker = process.processId();
+    for (int time = 0; time < 2; ++time) {
+        ASSERT_EQ(bestOf(process.matchCells(line)), U"中文字典");
+        ASSERT_TRUE(waitUntil([&] { return residentKilobytes(worker, "glyphs.bin") == 0; }));
+    }
+    EXPECT_EQ(process.processId(), worker);
 }
 
 TEST_F(GlyphMatching, FormsAreDrawnOnceAndKept) {

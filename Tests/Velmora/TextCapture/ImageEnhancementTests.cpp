@@ -87,6 +87,8 @@ TEST(GrayscaleContrast, RaisesTheContrastOfTheLuma) {
     EXPECT_EQ(grey(0xFF808080) & 0xFFU, 128U) << "the middle stays (128.4 of 127.5 + 0.9)";
     // (160 − 127.5) × 1.8 + 127.5 = 186
     EXPECT_EQ(grey(0xFFA0A0A0), 0xFFBABABAU);
+    // (192 − 127.5) × 1.8 + 127.5 = 243.6
+    EXPECT_EQ(grey(0xFFC0C0C0), 0xFFF4F4F4U);
     // (96 − 127.5) × 1.8 + 127.5 = 70.8
     EXPECT_EQ(grey(0xFF606060), 0xFF474747U);
     // Green: luma 182.4, so 226.3.

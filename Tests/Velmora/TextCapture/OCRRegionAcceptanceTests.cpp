@@ -193,8 +193,7 @@ TEST_F(Acceptance, ACharacterOutsideItsLineStillCounts) {
 }
 
 TEST_F(Acceptance, AFillingCharacterOutsideItsLineStillCounts) {
-    // As wide as one of its characters, the line does not hold the pointer 12 pixels beside it.
-    addLine("中文", 0.9F, {200, 5, 200, 150});
+    addLine("中文", 1, {200, 5, 200, 150});
     const Point beside{411, 80};
     ASSERT_FALSE(isOnLine({200, 5, 200, 150}, beside));
     EXPECT_FALSE(accepted(beside));

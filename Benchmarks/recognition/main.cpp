@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // benchmark_recognition CORPUS CEDICT [--plain] [--failures] [--uncached] [--soak] [--characters]:
-// hovers over every point of a drawn corpus, looks the word up and prints one table.
+// hovers over every point of a drawn corpus, looks the word up and prints one table; with --plain
+// what Tesseract by itself makes of the same hovers stands beside it.
 #include <unistd.h>
 
 #include <algorithm>
@@ -9,6 +10,8 @@
 #include <cstring>
 #include <fstream>
 #include <map>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "Benchmarks/recognition/CharacterDump.h"
@@ -33,6 +36,8 @@ struct Row {
     int accepted = 0;
     int acceptedRight = 0;
 
+    int count() const { return right + wrong + none; }
+
     void add(const HoverOutcome& outcome) {
         right += outcome.right ? 1 : 0;
         wrong += outcome.wrong ? 1 : 0;
@@ -48,6 +53,12 @@ struct Row {
     }
 };
 
+/// What this program and Tesseract by itself made of the same hovers.
+struct Comparison {
+    Row ours;
+    Row plain;
+};
+
 double quantile(std::vector<double> values, double share) {
     if (values.empty()) {
         return 0;
@@ -57,24 +68,44 @@ double quantile(std::vector<double> values, double share) {
     return values[at];
 }
 
+double share(int part, int whole) {
+    return whole > 0 ? 100.0 * part / whole : 0;
+}
+
+void printPlain(const Row& row) {
+    if (row.count() > 0) {
+        std::printf(" | %6.1f%% %6.1f%% %8.1f%% %9.2f%% %6.0fms %6.0fms",
+                    share(row.right, row.count()), share(row.wrong, row.count()),
+                    share(row.accepted, row.count()), share(row.acceptedRight, row.accepted),
+                    quantile(row.processor, 0.5), quantile(row.processor, 0.95));
+    }
+}
+
 /// Times are those of hovers whose first capture was accepted, but for rows without any and for the
-/// last column.
-void printTable(const std::map<std::string, Row>& rows) {
-    std::printf("%-26s %6s %7s %7s %7s %9s %10s %8s %8s %8s %8s %8s\n", "", "hovers", "right",
+/// last column. `besidePlain` adds what Tesseract by itself comes to.
+void printTable(const std::map<std::string, Comparison>& rows, bool besidePlain) {
+    std::printf("%-26s %6s %7s %7s %7s %9s %10s %8s %8s %8s %8s %8s", "", "hovers", "right",
                 "wrong", "none", "accepted", "precision", "median", "p95", "cpu", "cpu p95",
                 "all p95");
-    for (const auto& [name, row] : rows) {
-        const double count = row.right + row.wrong + row.none;
+    if (besidePlain) {
+        std::printf(" | %7s %7s %9s %10s %8s %8s", "right", "wrong", "accepted", "precision", "cpu",
+                    "cpu p95");
+    }
+    std::printf("%s\n", besidePlain ? "  (Tesseract by itself)" : "");
+    for (const auto& [name, comparison] : rows) {
+        const Row& row = comparison.ours;
         const auto& times = row.accepted > 0 ? row.acceptedMilliseconds : row.milliseconds;
         const auto& processor = row.accepted > 0 ? row.acceptedProcessor : row.processor;
         std::printf(
             "%-26s %6.0f %6.1f%% %6.1f%% %6.1f%% %8.1f%% %9.2f%% %6.0fms %6.0fms %6.0fms %6.0fms "
-            "%6.0fms\n",
-            name.c_str(), count, 100 * row.right / count, 100 * row.wrong / count,
-            100 * row.none / count, 100 * row.accepted / count,
-            row.accepted > 0 ? 100.0 * row.acceptedRight / row.accepted : 0.0, quantile(times, 0.5),
-            quantile(times, 0.95), quantile(processor, 0.5), quantile(processor, 0.95),
-            quantile(row.processor, 0.95));
+            "%6.0fms",
+            name.c_str(), static_cast<double>(row.count()), share(row.right, row.count()),
+            share(row.wrong, row.count()), share(row.none, row.count()),
+            share(row.accepted, row.count()), share(row.acceptedRight, row.accepted),
+            quantile(times, 0.5), quantile(times, 0.95), quantile(processor, 0.5),
+            quantile(processor, 0.95), quantile(row.processor, 0.95));
+        printPlain(comparison.plain);
+        std::printf("\n");
     }
 }
 
@@ -170,52 +201,52 @@ int main(int count, char** arguments) {
     if (has(count, arguments, "--characters")) {
         return dumpCharacters(screens, *wordPatternsOf(*dictionary)) ? 0 : 2;
     }
-    const bool usePlain = has(count, arguments, "--plain");
     const bool failures = has(count, arguments, "--failures");
-    const bool alsoCached = !usePlain && !has(count, arguments, "--uncached");
-    auto plain = usePlain ? std::make_shared<PlainTesseract>() : nullptr;
-    std::shared_ptr<TextRecognizer> recognizer = plain;
-    pid_t worker = -1;
-    if (!usePlain) {
-        auto ours = std::make_shared<TesseractRecognizer>(
-            TesseractRecognizer::Options{{}, {}, std::chrono::milliseconds(10000)});
-        ours->setWords(wordPatternsOf(*dictionary));
-        ours->start();
-        if (!ours->waitUntilReady(std::chrono::seconds(60))) {
-            std::fprintf(stderr, "%s\n", ours->state().description().c_str());
-            return 2;
-        }
-        if (!ours->waitForGlyphs(std::chrono::seconds(120))) {
-            std::fprintf(stderr, "No forms of characters: going on without.\n");
-        }
-        recognizer = ours;
-        worker = ours->workerProcessId();
-        if (has(count, arguments, "--soak")) {
-            soak(*ours, screens);
-            return 0;
-        }
+    const bool alsoCached = !has(count, arguments, "--uncached");
+    const auto recognizer = std::make_shared<TesseractRecognizer>(
+        TesseractRecognizer::Options{{}, {}, std::chrono::milliseconds(10000)});
+    recognizer->setWords(wordPatternsOf(*dictionary));
+    recognizer->start();
+    if (!recognizer->waitUntilReady(std::chrono::seconds(60))) {
+        std::fprintf(stderr, "%s\n", recognizer->state().description().c_str());
+        return 2;
     }
-    HoverStage stage(recognizer, dictionary,
-                     usePlain ? HoverStage::Mode::firstCaptureOnly : HoverStage::Mode::anew);
+    if (!recognizer->waitForGlyphs(std::chrono::seconds(120))) {
+        std::fprintf(stderr, "No forms of characters: going on without.\n");
+    }
+    const pid_t worker = recognizer->workerProcessId();
+    if (has(count, arguments, "--soak")) {
+        soak(*recognizer, screens);
+        return 0;
+    }
+    HoverStage stage(recognizer, dictionary, HoverStage::Mode::anew);
     HoverStage cached(recognizer, dictionary, HoverStage::Mode::cached);
     stage.setWorker(worker);
     cached.setWorker(worker);
-    std::map<std::string, Row> rows;
+    const auto plain =
+        has(count, arguments, "--plain") ? std::make_shared<PlainTesseract>() : nullptr;
+    HoverStage plainStage(plain, dictionary, HoverStage::Mode::firstCaptureOnly);
+    std::map<std::string, Comparison> rows;
     for (const CorpusScreen& screen : screens) {
         const Image picture = readPicture(screen.imagePath);
         stage.show(picture);
+        plainStage.show(picture);
         if (plain) {
             plain->setTraditional(screen.script == "traditional");
         }
         for (const CorpusHover& hover : screen.hovers) {
             const HoverOutcome outcome = stage.hover(hover);
+            const auto plainOutcome = plain ? std::optional(plainStage.hover(hover)) : std::nullopt;
             const std::string size = "size " + std::to_string(screen.size);
-            rows["all"].add(outcome);
-            rows[screen.kind].add(outcome);
-            rows[screen.kind + ", " + screen.script].add(outcome);
-            rows["font " + screen.font].add(outcome);
-            rows[(screen.kind == "subtitle" ? "subtitle " : "") + size].add(outcome);
-            rows[captureName(outcome)].add(outcome);
+            for (const std::string& name :
+                 {std::string("all"), screen.kind, screen.kind + ", " + screen.script,
+                  "font " + screen.font, (screen.kind == "subtitle" ? "subtitle " : "") + size}) {
+                rows[name].ours.add(outcome);
+                if (plainOutcome) {
+                    rows[name].plain.add(*plainOutcome);
+                }
+            }
+            rows[captureName(outcome)].ours.add(outcome);
             if (failures && !outcome.right) {
                 printFailure(screen, hover, outcome);
             }
@@ -223,12 +254,12 @@ int main(int count, char** arguments) {
                 cached.show(picture);
                 const HoverOutcome again = hoverFromCache(cached, screen, hover);
                 if (again.cached) {
-                    rows["from the cache"].add(again);
+                    rows["from the cache"].ours.add(again);
                 }
             }
         }
     }
-    printTable(rows);
+    printTable(rows, plain != nullptr);
     if (worker > 0) {
         std::printf("worker resident at the end: %ld kB\n", residentKilobytes(worker));
     }

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <string_view>
+
 namespace velmora {
 namespace {
 
@@ -12,6 +14,7 @@ TEST(CodePoint, IsReadFromTheBeginningOfAText) {
     EXPECT_EQ(firstCodePoint("中文"), U'中');
     EXPECT_EQ(firstCodePoint("\U00020000"), char32_t{0x20000});
     EXPECT_EQ(firstCodePoint(""), 0U);
+    EXPECT_EQ(firstCodePoint(std::string_view("中").substr(0, 2)), char32_t{0xFFFD});
     for (const char* damaged : {"\xFF", "\x80", "\xE4\xB8", "\xE4\xB8z", "\xC3", "\xF0\xA0\x80"}) {
         EXPECT_EQ(firstCodePoint(damaged), char32_t{0xFFFD});
     }

@@ -79,7 +79,10 @@ class Commands(unittest.TestCase):
         read = {"NO_COLOR"}
         for folder in ("Velmora", "VelmoraCore"):
             for source in (ROOT / folder).rglob("*.cpp"):
-                read |= set(re.findall(r'"(VELMORA_[A-Z_]+)"', source.read_text(encoding="utf-8")))
+                # Names for the X server look the same.
+                if "LinuxX11" not in source.parts:
+                    text = source.read_text(encoding="utf-8")
+                    read |= set(re.findall(r'"(VELMORA_[A-Z_]+)"', text))
         self.assertGreater(len(read), 5, read)
         for name in read:
             self.assertRegex(environment, rf"\b{name}\b")

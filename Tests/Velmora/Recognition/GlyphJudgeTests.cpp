@@ -3,7 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <vector>
+
 #include "Tests/Velmora/Recognition/FakeReader.h"
+#include "Velmora/Platform/Recognition/CodePoint.h"
 #include "Velmora/Platform/Recognition/LineRecognizer.h"
 
 namespace velmora {
@@ -64,6 +68,55 @@ TEST(GlyphJudge, WhatIsLikeNoFormIsNotAccepted) {
     ASSERT_FALSE(read.candidates.empty());
     EXPECT_LT(read.candidates[0].confidence, 0.99F);
     EXPECT_GT(reader.reads, 1) << "doubts are looked into";
+}
+
+/// Below this a reading counts for nothing.
+constexpr float silence = 0.3F;
+
+TEST(GlyphJudge, WhatIsLikeNoFormAndReadThisWayAndThatIsKeptSilent) {
+    FakeReader reader;
+    reader.glyphs = U"他中好";
+    reader.texts[ScriptModel::simplified] = {{"他", "中", "甲", "好"}};
+    reader.texts[ScriptModel::traditional] = {{"他", "中", "乙", "好"}};
+    const ReadLine read = readAt(reader, U"他中文好", thirdCharacter);
+    ASSERT_FALSE(read.candidates.empty());
+    for (const LineCandidate& candidate : read.candidates) {
+        EXPECT_LT(candidate.confidence, silence);
+    }
+    EXPECT_GE(readAt(reader, U"他中文好", 20 + em / 2).candidates.at(0).confidence, silence)
+        << "the characters beside it are there";
+}
+
+TEST(GlyphJudge, WhatHasALikelyRivalIsNeitherSureNorSilent) {
+    FakeReader reader;
+    std::u32string shown;
+    std::vector<std::string> read;
+    for (char32_t place = 0; place < 20; ++place) {
+        shown += U'一' + place * 7;
+        if (place >= 4 && place < 17) {
+            read.push_back(utf8Of(shown.back()));
+        }
+    }
+    reader.glyphs = shown;
+    reader.texts[ScriptModel::simplified] = {read};
+    const auto candidates = readAt(reader, shown, 20 + 10 * em + em / 2).candidates;
+    ASSERT_EQ(candidates.size(), 2U);
+    EXPECT_GE(candidates[0].confidence, silence);
+    EXPECT_LT(candidates[0].confidence, 0.99F);
+    EXPECT_LT(candidates[1].confidence, candidates[0].confidence);
+}
+
+TEST(GlyphJudge, OfALongLineThePieceAroundThePointIsReadAndNoCharacterCut) {
+    FakeReader reader;
+    const std::u32string shown = U"他中文好甲子丙我们們他中文好甲子丙我们們";
+    const FoundLines found = pictureOf(shown);
+    LineRecognizer lines(reader, nullptr);
+    const PixelBox box = lines.recognize(found, found.lines[0], 20 + 10 * em + em / 2).box;
+    EXPECT_GT(box.left, found.lines[0].box.left);
+    EXPECT_LT(box.right, found.lines[0].box.right);
+    for (const int edge : {box.left, box.right}) {
+        EXPECT_EQ(found.ink.columnCounts({edge, box.top, edge + 1, box.bottom}).at(0), 0) << edge;
+    }
 }
 
 TEST(GlyphJudge, TheScriptFollowsTheForms) {

@@ -108,6 +108,39 @@ TEST(LineRecognizer, WithoutAPointALineIsReadOnce) {
     EXPECT_LT(read.candidates[0].confidence, 0.99F);
 }
 
+TEST(LineRecognizer, WithoutFormsTheReaderMustBeSureOfEachCharacter) {
+    for (const float confidence : {0.71F, 0.69F}) {
+        FakeReader reader;
+        reader.hasFonts = false;
+        reader.confidence = confidence;
+        reader.texts[ScriptModel::simplified] = {{"他", "中", "文", "好"}};
+        reader.texts[ScriptModel::traditional] = {{"他", "中", "文", "好"}};
+        LineRecognizer lines(reader, nullptr);
+        const FoundLines found = pictureOf(U"他中文好");
+        const ReadLine read = lines.recognize(found, found.lines[0], thirdCharacter);
+        ASSERT_EQ(read.candidates.size(), 1U);
+        EXPECT_EQ(read.candidates[0].confidence >= 0.99F, confidence > 0.7F) << confidence;
+        EXPECT_GE(read.candidates[0].confidence, 0.3F);
+    }
+}
+
+TEST(RememberingLineReader, ForgetsTheOldestLines) {
+    FakeReader reader;
+    reader.texts[ScriptModel::simplified] = {{"中"}};
+    RememberingLineReader remembering(reader);
+    const auto lineOf = [](int number) {
+        return GrayImage(40 + number, 48, static_cast<std::uint8_t>(255 - number));
+    };
+    for (int number = 0; number < 60; ++number) {
+        remembering.read(lineOf(number), ScriptModel::simplified);
+    }
+    EXPECT_EQ(reader.reads, 60);
+    remembering.read(lineOf(59), ScriptModel::simplified);
+    EXPECT_EQ(reader.reads, 60);
+    remembering.read(lineOf(0), ScriptModel::simplified);
+    EXPECT_EQ(reader.reads, 61) << "what is kept does not grow for ever";
+}
+
 TEST(RememberingLineReader, ReadsTheSameLineOnce) {
     FakeReader reader;
     reader.texts[ScriptModel::simplified] = {{"中"}, {"文"}};

@@ -1,10 +1,13 @@
 # SPDX-License-Identifier: MIT
 # One test executable per folder: every source in it, found again whenever a file is added.
 
-# velmora_tests(NAME [LABELS label…] LIBRARIES lib…)
-# Tests of label unit (the default) need no display.
+# velmora_tests(NAME [LABELS label] LIBRARIES lib…)
+# Tests of label unit (the default) need no display. A list of labels would not reach the tests whole.
 function(velmora_tests name)
-    cmake_parse_arguments(ARG "" "" "LABELS;LIBRARIES" ${ARGN})
+    cmake_parse_arguments(ARG "" "LABELS" "LIBRARIES" ${ARGN})
+    if(ARG_UNPARSED_ARGUMENTS)
+        message(FATAL_ERROR "velmora_tests(${name}): ${ARG_UNPARSED_ARGUMENTS}")
+    endif()
     file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp" "${CMAKE_CURRENT_SOURCE_DIR}/*.h")
     if(NOT sources)
         return()

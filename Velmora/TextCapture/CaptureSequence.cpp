@@ -51,6 +51,7 @@ CaptureSequence::CaptureSequence(const CaptureFunction& capture, const RegionRec
       tracing_(tracing) {}
 
 std::optional<RecognizedRegion> CaptureSequence::recognizeRegion(Point pointer) {
+    start_ = tracing_.now();
     for (const auto* sizes :
          {&configuration_.ocrCaptureSizes, &configuration_.ocrFallbackCaptureSizes}) {
         if (auto region = captured(*sizes, pointer)) {
@@ -76,7 +77,7 @@ std::optional<RecognizedRegion> CaptureSequence::recognizeRegion(Point pointer) 
 std::optional<RecognizedRegion> CaptureSequence::captured(const std::vector<Size>& sizes,
                                                           Point pointer) {
     for (const Size size : sizes) {
-        if (isPointless_) {
+        if (isOver()) {
             break;
         }
         if (auto region = capturedOnce(size, pointer)) {
@@ -111,8 +112,7 @@ std::optional<RecognizedRegion> CaptureSequence::capturedOnce(Size size, Point p
 }
 
 std::optional<RecognizedRegion> CaptureSequence::reexamined(Point pointer) {
-    for (auto capture = captures_.rbegin(); capture != captures_.rend() && !isPointless_;
-         ++capture) {
+    for (auto capture = captures_.rbegin(); capture != captures_.rend() && !isOver(); ++capture) {
         TracedAttempt attempt(tracing_, "closer look");
         const auto region = recropper_.recognizeDetectedTextRegion(*capture, pointer);
         if (!region) {
@@ -127,6 +127,15 @@ std::optional<RecognizedRegion> CaptureSequence::reexamined(Point pointer) {
         }
     }
     return std::nullopt;
+}
+
+/// Whether to end with what there is.
+bool CaptureSequence::isOver() {
+    if (!isPointless_ && tracing_.now() - start_ > timeLimit) {
+        isPointless_ = true;
+        TracedAttempt(tracing_, "capture").say("no more, this took too long already");
+    }
+    return isPointless_;
 }
 
 std::optional<RecognizedRegion> CaptureSequence::accepted(const RecognizedRegion& region,

@@ -21,6 +21,10 @@ class CaptureSequence {
                     const DetectedTextRecropper& recropper,
                     const ExtractorConfiguration& configuration, const Tracing& tracing);
 
+    /// Seconds after which nothing more is captured or looked at: whoever hovers next is waiting,
+    /// and only a machine that has no time for us takes that long.
+    static constexpr double timeLimit = 5;
+
     /// The first region that is accepted, else the last one with something usable at the pointer
     /// (capture space), else nothing.
     std::optional<RecognizedRegion> recognizeRegion(Point pointer);
@@ -31,6 +35,7 @@ class CaptureSequence {
     std::optional<RecognizedRegion> reexamined(Point pointer);
     std::optional<RecognizedRegion> accepted(const RecognizedRegion& region, Point pointer,
                                              TracedAttempt& attempt);
+    bool isOver();
 
     const CaptureFunction& capture_;
     const RegionRecognizer& recognizer_;
@@ -42,6 +47,7 @@ class CaptureSequence {
 
     /// There is nobody to read. Who is loaded in the middle would see but the last, odd captures.
     bool isPointless_ = false;
+    double start_ = 0;  ///< Uptime in seconds.
 };
 
 }  // namespace velmora

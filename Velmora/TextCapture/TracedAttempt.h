@@ -14,6 +14,9 @@ namespace velmora {
 struct Tracing {
     ExtractionTrace* trace = nullptr;
     const Clock* clock = nullptr;  ///< Needed where there is a trace.
+
+    /// Uptime in seconds; always 0 without a clock.
+    double now() const { return clock != nullptr ? clock->uptime() : 0; }
 };
 
 /// The record of one attempt, handed to the trace when it goes out of scope. Does nothing at all
@@ -23,7 +26,7 @@ class TracedAttempt {
     TracedAttempt(const Tracing& tracing, std::string_view attempt) : tracing_(tracing) {
         if (tracing_.trace != nullptr) {
             attempt_ = attempt;
-            start_ = now();
+            start_ = tracing_.now();
         }
     }
 
@@ -40,7 +43,7 @@ class TracedAttempt {
 
     ~TracedAttempt() {
         if (tracing_.trace != nullptr) {
-            tracing_.trace->attemptEnded(attempt_, outcome_, (now() - start_) * 1000);
+            tracing_.trace->attemptEnded(attempt_, outcome_, (tracing_.now() - start_) * 1000);
         }
     }
 
@@ -60,8 +63,6 @@ class TracedAttempt {
     }
 
   private:
-    double now() const { return tracing_.clock != nullptr ? tracing_.clock->uptime() : 0; }
-
     Tracing tracing_;
     std::string attempt_;
     std::string outcome_;

@@ -252,6 +252,31 @@ TEST_F(Sequence, KeepsWhatWasReadBeforeTheReaderWent) {
     EXPECT_EQ(capturedSizes().size(), 3U);
 }
 
+TEST_F(Sequence, TakesFiveSecondsAndEndsWithWhatItHas) {
+    recognizer->onRecognize = [this](const Image& image) {
+        clock.advance(1.25);
+        return image.height() > 240 ? distantLine(image) : centredLine(image, "中文", 0.9F);
+    };
+    const auto region = run();
+    ASSERT_TRUE(region);
+    EXPECT_EQ(region->captureRect.size(), (Size{520, 240}));
+    EXPECT_EQ(capturedSizes(), std::vector<Size>(smallSizes.begin(), smallSizes.begin() + 5))
+        << "exactly five are not too many yet";
+    EXPECT_EQ(outcomes.all.back(), "capture: no more, this took too long already");
+}
+
+TEST_F(Sequence, LooksNoCloserAfterFiveSeconds) {
+    detectCharacterAtCentre();
+    recognizer->onRecognize = [this](const Image& image) {
+        clock.advance(isCutOut(image) ? 0.5 : 0.7);
+        return std::vector<TextObservation>();
+    };
+    EXPECT_FALSE(run());
+    // Six captures take 4.2 seconds, the closer look at one of them two more.
+    EXPECT_EQ(detector->sizes.size(), 1U);
+    EXPECT_EQ(capturedSizes().size(), 6U);
+}
+
 TEST_F(Sequence, KeepsWhatItHasWhereTheDisplaysGoAway) {
     recognizer->onRecognize = [this](const Image& image) {
         screen->list.clear();

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -12,6 +13,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "Benchmarks/recognition/CharacterDump.h"
@@ -261,7 +263,10 @@ int main(int count, char** arguments) {
     }
     printTable(rows, plain != nullptr);
     if (worker > 0) {
-        std::printf("worker resident at the end: %ld kB\n", residentKilobytes(worker));
+        const long atWork = residentKilobytes(worker);
+        std::this_thread::sleep_for(std::chrono::seconds(1));
+        std::printf("worker resident at work: %ld kB, at rest: %ld kB\n", atWork,
+                    residentKilobytes(worker));
     }
     return 0;
 }

@@ -244,6 +244,25 @@ TEST(RecognizerProcess, RefusesPicturesBeyondItsBounds) {
     EXPECT_EQ(process.state().worker, Worker::ready);
 }
 
+TEST(RecognizerProcess, AnswersTheSameWhatItWasToldBefore) {
+    RecognizerProcess process({});
+    EXPECT_FALSE(process.begin(someLine(), ScriptModel::simplified)) << "not started";
+    process.start();
+    ASSERT_TRUE(process.waitUntilReady(longEnough));
+    for (const ScriptModel model : {ScriptModel::simplified, ScriptModel::traditional}) {
+        const auto reading = process.read(someLine(), model);
+        ASSERT_TRUE(reading);
+        process.begin(someLine(), model);
+        EXPECT_EQ(process.read(someLine(), model), reading);
+    }
+    // What nobody asks for does not count as an answer.
+    process.begin(someLine(), ScriptModel::simplified);
+    EXPECT_TRUE(process.drawCharacter(U'中', ScriptModel::simplified));
+    EXPECT_FALSE(process.begin(GrayImage(9000, 48), ScriptModel::simplified));
+    EXPECT_FALSE(process.begin(GrayImage(), ScriptModel::simplified));
+    EXPECT_EQ(process.state().worker, Worker::ready);
+}
+
 TEST(RecognizerProcess, DrawsCharactersInBothStyles) {
     RecognizerProcess process({});
     process.start();

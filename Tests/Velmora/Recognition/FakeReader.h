@@ -48,6 +48,8 @@ class FakeReader : public LineReader {
   public:
     std::map<ScriptModel, std::deque<std::vector<std::string>>> texts;
     int reads = 0;
+    int begun = 0;          ///< Lines that are to be read beside other work.
+    bool canBegin = false;  ///< Whether there is anybody to do that.
     int comparisons = 0;
     float confidence = 0.97F;
     bool hasFonts = true;
@@ -71,6 +73,11 @@ class FakeReader : public LineReader {
             reading.push_back({text[i], confidence, left, left + width});
         }
         return reading;
+    }
+
+    bool begin(const GrayImage& /*line*/, ScriptModel /*model*/) override {
+        begun += canBegin ? 1 : 0;
+        return canBegin;
     }
 
     std::optional<GrayImage> drawCharacter(char32_t character, ScriptModel /*style*/) override {

@@ -40,6 +40,28 @@ TEST(GlyphMessages, CarryCellsAndMatches) {
     EXPECT_EQ(matches->cells, sent.cells);
 }
 
+TEST(GlyphMessages, CarryTheStyleOfALine) {
+    const LineStyle style{3, 2, 18.5F, 0.93F};
+    CellsToMatch cells = someCells();
+    EXPECT_FALSE(parseMatchCells(makeMatchCells(cells))->style);
+    cells.style = style;
+    const auto request = parseMatchCells(makeMatchCells(cells));
+    ASSERT_TRUE(request);
+    EXPECT_EQ(request->style, style);
+    EXPECT_EQ(request->strip, cells.strip);
+    EXPECT_EQ(parseMatches(makeMatches({0.9F, {{}}, style}))->style, style);
+    EXPECT_FALSE(parseMatches(makeMatches({0.9F, {{}}}))->style);
+    const float endless = std::numeric_limits<float>::infinity();
+    for (const LineStyle& wrong :
+         {LineStyle{100000, 0, 20, 1}, LineStyle{0, 9, 20, 1}, LineStyle{0, 0, 0, 1},
+          LineStyle{0, 0, -3, 1}, LineStyle{0, 0, endless, 1}, LineStyle{0, 0, std::nanf(""), 1},
+          LineStyle{0, 0, 20, endless}}) {
+        cells.style = wrong;
+        EXPECT_FALSE(parseMatchCells(makeMatchCells(cells)));
+        EXPECT_FALSE(parseMatches(makeMatches({0.9F, {{}}, wrong})));
+    }
+}
+
 TEST(GlyphMessages, CarryTheCharactersToKnow) {
     const auto request = parseKnowGlyphs(makeKnowGlyphs({"/some/folder", {U'中', U'文'}}));
     ASSERT_TRUE(request);
@@ -51,6 +73,7 @@ TEST(GlyphMessages, CarryTheCharactersToKnow) {
 TEST(GlyphMessages, RefuseWhatIsCutShort) {
     expectTruncatedRefused(makeMatchCells(someCells()), parseMatchCells);
     expectTruncatedRefused(makeMatches({0.5F, {{{U'中', 0.8F, 0.95F}}}}), parseMatches);
+    expectTruncatedRefused(makeMatches({0.5F, {}, LineStyle{1, 1, 20, 0.9F}}), parseMatches);
     expectTruncatedRefused(makeKnowGlyphs({"a", {U'中'}}), parseKnowGlyphs);
 }
 

@@ -181,6 +181,66 @@ TEST(RememberingLineReader, ComparesTheSameCellsOnce) {
     EXPECT_TRUE(isComparedAnew());
 }
 
+TEST(RememberingLineReader, BeginsOnlyWhatItDoesNotKnow) {
+    FakeReader reader;
+    reader.texts[ScriptModel::simplified] = {{"中"}};
+    RememberingLineReader remembering(reader);
+    const GrayImage line(40, 48, 255);
+    EXPECT_FALSE(remembering.begin(line, ScriptModel::simplified)) << "there is nobody to do it";
+    reader.canBegin = true;
+    EXPECT_TRUE(remembering.begin(line, ScriptModel::simplified));
+    EXPECT_EQ(reader.begun, 1);
+    remembering.read(line, ScriptModel::simplified);
+    EXPECT_TRUE(remembering.begin(line, ScriptModel::simplified));
+    EXPECT_EQ(reader.begun, 1);
+}
+
+TEST(LineRecognizer, OneReadingIsEnoughWhereTheFormsAreCertain) {
+    FakeReader reader;
+    reader.glyphs = U"他中文好甲丙";
+    reader.texts[ScriptModel::simplified] = {{"他", "甲", "丙", "好"}};
+    reader.texts[ScriptModel::traditional] = {{"他", "中", "文", "好"}};
+    LineRecognizer lines(reader, nullptr);
+    const FoundLines found = pictureOf(U"他中文好");
+    const ReadLine read = lines.recognize(found, found.lines[0], thirdCharacter);
+    ASSERT_FALSE(read.candidates.empty());
+    EXPECT_EQ(textOf(read.candidates[0].characters), "他中文好");
+    EXPECT_GE(read.candidates[0].confidence, 0.99F);
+    EXPECT_EQ(reader.reads, 1);
+}
+
+TEST(LineRecognizer, LearnsTheScriptAfterItsAnswer) {
+    FakeReader reader;
+    reader.canBegin = true;
+    reader.glyphs = U"他中文好甲丙";
+    reader.texts[ScriptModel::simplified] = {{"他", "甲", "丙", "好"}};
+    reader.texts[ScriptModel::traditional] = {{"他", "中", "文", "好"}};
+    LineRecognizer lines(reader, nullptr);
+    const FoundLines found = pictureOf(U"他中文好");
+    lines.recognize(found, found.lines[0], thirdCharacter);
+    EXPECT_EQ(reader.reads, 1);
+    EXPECT_EQ(reader.begun, 1) << "the other script's reading goes on";
+    // It is looked at first, and shows that the other script is the right one, which says all.
+    lines.recognize(found, found.lines[0], thirdCharacter);
+    EXPECT_EQ(reader.reads, 3);
+    EXPECT_EQ(reader.begun, 1);
+    lines.recognize(found, found.lines[0], thirdCharacter);
+    EXPECT_EQ(reader.reads, 4);
+}
+
+TEST(LineRecognizer, KeepsTheScriptThatReadsNoWorse) {
+    FakeReader reader;
+    reader.canBegin = true;
+    reader.glyphs = U"他中文好甲丙";
+    reader.texts[ScriptModel::simplified] = {{"他", "甲", "丙", "好"}};
+    reader.texts[ScriptModel::traditional] = {{"他", "丙", "甲", "好"}};
+    LineRecognizer lines(reader, nullptr);
+    const FoundLines found = pictureOf(U"他中文好");
+    lines.recognize(found, found.lines[0], thirdCharacter);
+    lines.recognize(found, found.lines[0], thirdCharacter);
+    EXPECT_EQ(reader.begun, 2) << "it is as doubtful as before";
+}
+
 TEST(LineRecognizer, KeepsSilentAboutForeignScripts) {
     FakeReader reader;
     reader.hasFonts = false;

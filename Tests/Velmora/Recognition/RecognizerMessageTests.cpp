@@ -27,6 +27,17 @@ TEST(RecognizerMessage, GoesThroughTheWireUnchanged) {
     EXPECT_EQ(request->line, line);
 }
 
+TEST(RecognizerMessage, BeginningALineIsNotReadingIt) {
+    const ReadLineRequest line{ScriptModel::traditional, GrayImage(30, 48, 77)};
+    const RecognizerMessage begin = makeBeginLine(line);
+    const std::vector<std::uint8_t> bytes = encodeMessage(begin);
+    ASSERT_TRUE(decodeHeader(std::span(bytes).first(RecognizerMessage::headerSize)));
+    ASSERT_TRUE(parseBeginLine(begin));
+    EXPECT_EQ(parseBeginLine(begin)->line, line.line);
+    EXPECT_FALSE(parseReadLine(begin));
+    EXPECT_FALSE(parseBeginLine(makeReadLine(line)));
+}
+
 TEST(RecognizerMessage, CarriesReadingsDrawingsAndReports) {
     const LineReading reading{{"中", 0.5F, 1, 20}, {"a", 1, 21.5, 30}};
     EXPECT_EQ(parseReading(makeReading(reading)), reading);

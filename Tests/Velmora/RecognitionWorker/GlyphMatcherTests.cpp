@@ -213,5 +213,67 @@ TEST_F(Matcher, WithoutFontsComparesDirectionsAlone) {
     EXPECT_EQ(matches.fontFit, 0);
 }
 
+/// The first two fonts of one file, which have other forms for another region; fewer where no file
+/// has two.
+std::vector<FontFace> sisterFaces() {
+    const std::vector<FontFace> installed = GlyphFonts::installed();
+    for (const FontFace& face : installed) {
+        for (const FontFace& other : installed) {
+            if (other.path == face.path && other.index != face.index && !face.bold) {
+                return {face, other};
+            }
+        }
+    }
+    return {};
+}
+
+TEST_F(Matcher, ACompanionChangesNothing) {
+    Companion companion(true);
+    GlyphFonts others{twoFaces()};
+    GlyphMatcher shared(others, &companion);
+    for (const GlyphStyle& style :
+         {plain(24), plain(16, GlyphRendering::hinted), plain(31), plain(24)}) {
+        const CellsToMatch line = drawnLine(fonts, text, style);
+        const MatchedCells alone = match(line);
+        const MatchedCells together = shared.match(line, SharedStore::get().store());
+        EXPECT_EQ(together.cells, alone.cells) << style.size;
+        EXPECT_EQ(together.style, alone.style) << style.size;
+        EXPECT_EQ(together.fontFit, alone.fontFit) << style.size;
+    }
+}
+
+TEST_F(Matcher, AStyleThatIsGivenIsTheOneThatIsComparedIn) {
+    CellsToMatch line = drawnLine(fonts, text, plain(24));
+    const MatchedCells searched = match(line);
+    ASSERT_TRUE(searched.style);
+    line.style = searched.style;
+    EXPECT_EQ(match(line).cells, searched.cells);
+    EXPECT_EQ(match(line).style, searched.style);
+    line.style->size += 4;
+    const MatchedCells wrong = match(line);
+    EXPECT_EQ(wrong.style, line.style);
+    EXPECT_LT(wrong.fontFit, searched.fontFit);
+    for (const LineStyle& absurd : {LineStyle{200, 0, 24, 1}, LineStyle{0, 3, 24, 1},
+                                    LineStyle{0, 0, 1e-9F, 1}, LineStyle{0, 0, 500, 1}}) {
+        line.style = absurd;
+        EXPECT_EQ(match(line).cells.size(), text.size());
+    }
+}
+
+TEST_F(Matcher, WhatFitsInASisterFontAloneIsFoundThere) {
+    const std::vector<FontFace> sisters = sisterFaces();
+    ASSERT_EQ(sisters.size(), 2U) << "no font file with several fonts";
+    GlyphFonts both{sisters};
+    const std::u32string shown = text + U"词国们";
+    CellsToMatch line = drawnLine(both, shown, {1, 32, GlyphRendering::unhinted});
+    line.style = LineStyle{0, static_cast<std::uint32_t>(GlyphRendering::unhinted), 32, 1};
+    const MatchedCells matches = GlyphMatcher(both).match(line, SharedStore::get().store());
+    EXPECT_EQ(bestOf(matches), shown);
+    for (const std::vector<GlyphMatch>& cell : matches.cells) {
+        ASSERT_FALSE(cell.empty());
+        EXPECT_GT(cell.front().exact, 0.96F);
+    }
+}
+
 }  // namespace
 }  // namespace velmora

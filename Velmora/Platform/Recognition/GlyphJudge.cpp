@@ -170,12 +170,14 @@ bool GlyphJudge::Strip::add(const CharacterCell& cell, std::vector<char32_t> can
 
 std::optional<GlyphJudge::Verdict> GlyphJudge::judge(const FoundLines& found, PlacedLine& line,
                                                      ReadingWindow& window, double focus,
-                                                     const std::vector<const PlacedLine*>& others) {
+                                                     const std::vector<const PlacedLine*>& others,
+                                                     const std::optional<LineStyle>& style) {
     const double pitch = pitchOf(line);
     if (pitch <= 0) {
         return std::nullopt;
     }
     Strip strip = cutStrip(found, window, pitch);
+    strip.request.style = style;
     std::vector<Judged> cells;
     for (std::size_t i = window.first; i < window.last; ++i) {
         const PlacedCharacter& character = line[i];
@@ -201,6 +203,7 @@ std::optional<GlyphJudge::Verdict> GlyphJudge::judge(const FoundLines& found, Pl
     }
     Verdict verdict;
     verdict.fontFit = matches->fontFit;
+    verdict.style = matches->style;
     verdict.compared = cells.size();
     std::vector<bool> certain(line.size(), false);
     for (std::size_t i = 0; i < cells.size(); ++i) {
@@ -211,8 +214,8 @@ std::optional<GlyphJudge::Verdict> GlyphJudge::judge(const FoundLines& found, Pl
             character.exact >= clearExact && character.exact >= matches->fontFit - belowFit;
     }
     if (matches->fontFit >= knownFont) {
-        verdict.changed += regrid(found, line, certain, window,
-                                  pitchOfCertain(line, certain, pitch), matches->fontFit);
+        verdict.changed +=
+            regrid(found, line, certain, window, pitchOfCertain(line, certain, pitch), *matches);
         window.focus = static_cast<std::size_t>(std::max(0, characterAt(line, focus, 2 * pitch)));
     }
     finish(line, window, verdict);
@@ -222,8 +225,10 @@ std::optional<GlyphJudge::Verdict> GlyphJudge::judge(const FoundLines& found, Pl
 /// Reads places again where characters should stand but none fits. How many it found.
 std::size_t GlyphJudge::regrid(const FoundLines& found, PlacedLine& line,
                                const std::vector<bool>& certain, ReadingWindow& window,
-                               double pitch, float fontFit) {
+                               double pitch, const MatchedCells& matched) {
+    const float fontFit = matched.fontFit;
     Strip strip = cutStrip(found, window, pitch);
+    strip.request.style = matched.style;
     std::vector<CharacterCell> cells;
     for (const CharacterCell& cell : cellsOnGrid(line, certain, window, pitch)) {
         if (strip.add(cell, {})) {

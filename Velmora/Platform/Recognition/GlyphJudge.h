@@ -23,15 +23,18 @@ class GlyphJudge {
         bool settled = false;      ///< Every one is clear, and no other reading is needed.
         PlacedLine runnersUp;      ///< The line with the second best where that is close.
         bool hasRunnersUp = false;
+        std::optional<LineStyle> style;  ///< What the line is set in.
     };
 
     explicit GlyphJudge(LineReader& reader) : reader_(reader) {}
 
     /// Replaces characters of the line by what they are, and marks those that are confirmed; the
     /// window, whose `focus` is the character at the column `focus`, follows. `others` are further
-    /// readings of it. Nothing where no forms are at hand.
+    /// readings of it; `style` is that of an earlier verdict on it. Nothing where no forms are at
+    /// hand.
     std::optional<Verdict> judge(const FoundLines& found, PlacedLine& line, ReadingWindow& window,
-                                 double focus, const std::vector<const PlacedLine*>& others);
+                                 double focus, const std::vector<const PlacedLine*>& others,
+                                 const std::optional<LineStyle>& style = std::nullopt);
 
   private:
     /// What is asked of the reader.
@@ -45,7 +48,7 @@ class GlyphJudge {
     static Strip cutStrip(const FoundLines& found, const ReadingWindow& window, double pitch);
     std::optional<MatchedCells> match(const Strip& strip);
     std::size_t regrid(const FoundLines& found, PlacedLine& line, const std::vector<bool>& certain,
-                       ReadingWindow& window, double pitch, float fontFit);
+                       ReadingWindow& window, double pitch, const MatchedCells& matched);
     static void finish(const PlacedLine& line, const ReadingWindow& window, Verdict& verdict);
 
     LineReader& reader_;

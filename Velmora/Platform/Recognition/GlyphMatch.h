@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "Velmora/Platform/Recognition/CharacterCells.h"
@@ -14,11 +16,23 @@ struct CellToMatch {
     std::vector<char32_t> candidates;  ///< To be compared whatever else is.
 };
 
+/// What a line seems to be set in, in the numbers of whoever compared it: only to be handed back.
+struct LineStyle {
+    std::uint32_t face = 0;
+    std::uint32_t rendering = 0;
+    float size = 0;  ///< Pixels, above 0.
+    float fit = 0;
+
+    bool operator==(const LineStyle&) const = default;
+};
+
 /// A piece of a line, black on white at its own size, and the cells in it.
 struct CellsToMatch {
     GrayImage strip;
     double em = 0;  ///< The distance of full-width characters, in pixels, as far as is known.
     std::vector<CellToMatch> cells;
+    /// What an earlier answer said of the same line; nothing is searched for then.
+    std::optional<LineStyle> style = std::nullopt;
 
     static constexpr std::size_t mostCells = 32;
     static constexpr std::size_t mostCandidates = 32;
@@ -38,6 +52,7 @@ struct GlyphMatch {
 struct MatchedCells {
     float fontFit = 0;  ///< How well the best font matches the line, as a mean of `exact`.
     std::vector<std::vector<GlyphMatch>> cells;
+    std::optional<LineStyle> style = std::nullopt;  ///< Nothing where no font was tried.
 };
 
 }  // namespace velmora

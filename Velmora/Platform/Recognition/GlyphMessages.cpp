@@ -14,6 +14,9 @@ using Kind = RecognizerMessage::Kind;
 
 constexpr std::uint32_t greatestCodePoint = 0x10FFFF;
 constexpr double greatestEm = 256;
+constexpr float greatestSize = 512;
+constexpr std::uint32_t mostFaces = 256;
+constexpr std::uint32_t mostRenderings = 4;
 constexpr std::size_t longestFolder = 4096;
 
 void putCharacters(MessageWriter& writer, const std::vector<char32_t>& characters,
@@ -37,6 +40,34 @@ bool getCharacters(MessageReader& reader, std::vector<char32_t>& characters, std
         }
         characters.push_back(static_cast<char32_t>(character));
     }
+    return true;
+}
+
+void putStyle(MessageWriter& writer, const std::optional<LineStyle>& style) {
+    writer.put(static_cast<std::uint32_t>(style ? 1 : 0));
+    if (style) {
+        writer.put(style->face);
+        writer.put(style->rendering);
+        writer.put(style->size);
+        writer.put(style->fit);
+    }
+}
+
+bool getStyle(MessageReader& reader, std::optional<LineStyle>& result) {
+    std::uint32_t count = 0;
+    if (!reader.get(count) || count > 1) {
+        return false;
+    }
+    if (count == 0) {
+        return true;
+    }
+    LineStyle style;
+    if (!reader.get(style.face) || !reader.get(style.rendering) || !reader.get(style.size) ||
+        !reader.get(style.fit) || style.face >= mostFaces || style.rendering >= mostRenderings ||
+        !(style.size > 0 && style.size <= greatestSize) || !std::isfinite(style.fit)) {
+        return false;
+    }
+    result = style;
     return true;
 }
 
@@ -86,6 +117,7 @@ RecognizerMessage makeMatchCells(const CellsToMatch& request) {
         writer.put(static_cast<std::int32_t>(request.cells[i].cell.right));
         putCharacters(writer, request.cells[i].candidates, CellsToMatch::mostCandidates);
     }
+    putStyle(writer, request.style);
     writer.putPicture(request.strip);
     return {Kind::matchCells, 0, writer.take()};
 }
@@ -111,6 +143,9 @@ std::optional<CellsToMatch> parseMatchCells(const RecognizerMessage& message) {
         }
         cell.cell = {left, right};
     }
+    if (!getStyle(reader, request.style)) {
+        return std::nullopt;
+    }
     std::optional<GrayImage> strip = reader.getPicture();
     if (!strip) {
         return std::nullopt;
@@ -132,6 +167,7 @@ RecognizerMessage makeMatches(const MatchedCells& matches) {
             writer.put(cell[i].exact);
         }
     }
+    putStyle(writer, matches.style);
     return {Kind::matches, 0, writer.take()};
 }
 
@@ -155,6 +191,9 @@ std::optional<MatchedCells> parseMatches(const RecognizerMessage& message) {
                 return std::nullopt;
             }
         }
+    }
+    if (!getStyle(reader, matches.style)) {
+        return std::nullopt;
     }
     return matches;
 }

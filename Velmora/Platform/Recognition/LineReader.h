@@ -18,6 +18,10 @@ class LineReader {
     /// is not there or the reader failed.
     virtual std::optional<LineReading> read(const GrayImage& line, ScriptModel model) = 0;
 
+    /// Has a line read that is about to be asked for, beside whatever else is asked. False where
+    /// that cannot be, and nothing is done.
+    virtual bool begin(const GrayImage& /*line*/, ScriptModel /*model*/) { return false; }
+
     /// A character drawn black on white with its em square filling the picture's width and height;
     /// nothing where no font has it.
     virtual std::optional<GrayImage> drawCharacter(char32_t character, ScriptModel style) = 0;

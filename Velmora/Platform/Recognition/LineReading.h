@@ -23,4 +23,8 @@ struct ReadSymbol {
 /// What was read of one line, from the left.
 using LineReading = std::vector<ReadSymbol>;
 
+inline ScriptModel opposite(ScriptModel model) {
+    return model == ScriptModel::simplified ? ScriptModel::traditional : ScriptModel::simplified;
+}
+
 }  // namespace velmora

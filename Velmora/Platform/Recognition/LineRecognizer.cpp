@@ -16,10 +16,9 @@ namespace velmora {
 
 namespace {
 
-constexpr double firstInkHeight = 33;  ///< Two sizes, so that the readings err independently.
-constexpr double secondInkHeight = 38;
-constexpr double reachInEm = 6;        ///< Of the line that is read, on both sides of the focus.
-constexpr double leastRestInEm = 2.5;  ///< Less than that beyond it is read as well.
+constexpr double secondInkHeight = 38;  ///< So that the readings err independently.
+constexpr double reachInEm = 6;         ///< Of the line that is read, on both sides of the focus.
+constexpr double leastRestInEm = 2.5;   ///< Less than that beyond it is read as well.
 constexpr double emPerLineHeight = 1.07;
 constexpr std::size_t windowBefore = 4;
 constexpr std::size_t windowAfter = 5;
@@ -39,10 +38,6 @@ constexpr float plainConfidence = 0.9F;  ///< Of a line that was read once and n
 
 bool isHanText(const std::string& text) {
     return isHan(firstCodePoint(text));
-}
-
-ScriptModel opposite(ScriptModel model) {
-    return model == ScriptModel::simplified ? ScriptModel::traditional : ScriptModel::simplified;
 }
 
 /// A column without ink next to the wanted one, so that no character is cut; the wanted one where
@@ -134,6 +129,7 @@ bool hasHan(const PlacedLine& line) {
 
 ReadLine LineRecognizer::recognize(const FoundLines& found, const TextLine& line,
                                    std::optional<double> focus) {
+    applyLearnedScript();
     ReadLine result;
     result.box = focus ? clipAround(found, line.box, *focus) : line.box;
     PlacedLine characters = readBox(found, result.box, firstInkHeight, script_);
@@ -165,21 +161,29 @@ bool LineRecognizer::recognizeByGlyphs(const FoundLines& found, PlacedLine& char
     if (!verdict) {
         return false;
     }
-    if (verdict->changed >= leastChanged || !verdict->settled) {
-        const PlacedLine other = readBox(found, window.box, firstInkHeight, opposite(script_));
-        if (agreement(other, characters, window) > agreement(first, characters, window)) {
-            PlacedLine reread = readBox(found, result.box, firstInkHeight, opposite(script_));
-            const int place = characterAt(reread, focus, height);
-            if (place >= 0) {
-                script_ = opposite(script_);
-                characters = std::move(reread);
-                window = windowAround(result.box, characters, place);
-                verdict = glyphs_.judge(found, characters, window, focus, {&first});
-            }
+    const bool isDoubtful = verdict->changed >= leastChanged || !verdict->settled;
+    if (isDoubtful && isDecided(characters, window)) {
+        if (verdict->changed >= leastChanged) {
+            learnScript(found, window, characters, agreement(first, characters, window));
+            judgeBeside(found, characters, window, focus, *verdict);
+        }
+    } else if (isDoubtful) {
+        if (!verdict->settled) {
+            beginBox(found, window.box, secondInkHeight, script_);
+        }
+        PlacedLine other = readBox(found, result.box, firstInkHeight, opposite(script_));
+        const int place = characterAt(other, focus, height);
+        if (place >= 0 &&
+            agreement(other, characters, window) > agreement(first, characters, window)) {
+            script_ = opposite(script_);
+            characters = std::move(other);
+            window = windowAround(result.box, characters, place);
+            verdict = glyphs_.judge(found, characters, window, focus, {&first});
         } else if (!verdict->settled) {
             const PlacedLine second = readBox(found, window.box, secondInkHeight, script_);
             characters = first;
-            verdict = glyphs_.judge(found, characters, window, focus, {&second, &other});
+            verdict =
+                glyphs_.judge(found, characters, window, focus, {&second, &other}, verdict->style);
         }
     }
     if (!verdict) {
@@ -193,6 +197,12 @@ bool LineRecognizer::recognizeByGlyphs(const FoundLines& found, PlacedLine& char
             {std::move(verdict->runnersUp), std::min(confidence, greatestUnconfirmed) * 0.9F});
     }
     return true;
+}
+
+/// Whether the ink alone makes the word at the focus as sure as an answer has to be.
+bool LineRecognizer::isDecided(PlacedLine characters, const ReadingWindow& window) {
+    WordJudge(words_).choose(characters, window);
+    return certaintyOfWord(characters, window) >= acceptedConfidence;
 }
 
 /// Several readings, which the ink decides between: where no forms are at hand.
@@ -222,6 +232,13 @@ void LineRecognizer::recognizeByReadings(const FoundLines& found, PlacedLine cha
         result.candidates.push_back(
             {std::move(*alternative), std::min(confidence, greatestUnconfirmed) * 0.9F});
     }
+}
+
+/// Has a box read beside what comes next.
+bool LineRecognizer::beginBox(const FoundLines& found, const PixelBox& box, double inkHeight,
+                              ScriptModel model) {
+    const LineImage prepared = prepareLine(found.image, box, inkHeight);
+    return !prepared.image.isEmpty() && reader_.begin(prepared.image, model);
 }
 
 PlacedLine LineRecognizer::readBox(const FoundLines& found, const PixelBox& box, double inkHeight,

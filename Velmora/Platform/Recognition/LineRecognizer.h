@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "Velmora/Platform/Recognition/GlyphJudge.h"
@@ -45,6 +46,8 @@ class LineRecognizer {
     ReadLine recognize(const FoundLines& found, const TextLine& line, std::optional<double> focus);
 
   private:
+    static constexpr double firstInkHeight = 33;  ///< Pixels that a line is brought to.
+
     PlacedLine readBox(const FoundLines& found, const PixelBox& box, double inkHeight,
                        ScriptModel model);
     ReadingWindow windowAround(const PixelBox& box, const PlacedLine& line, int focus) const;
@@ -52,14 +55,31 @@ class LineRecognizer {
                            ReadLine& result);
     void recognizeByReadings(const FoundLines& found, PlacedLine characters, double focus,
                              ReadLine& result);
+    bool beginBox(const FoundLines& found, const PixelBox& box, double inkHeight,
+                  ScriptModel model);
+    void learnScript(const FoundLines& found, const ReadingWindow& window,
+                     const PlacedLine& characters, std::size_t agreed);
+    void judgeBeside(const FoundLines& found, PlacedLine& characters, ReadingWindow& window,
+                     double focus, const GlyphJudge::Verdict& verdict);
+    void applyLearnedScript();
+    bool isDecided(PlacedLine characters, const ReadingWindow& window);
     float certaintyOfWord(const PlacedLine& line, const ReadingWindow& window);
     float calibrated(const FoundLines& found, const PlacedLine& line, const ReadingWindow& window);
+
+    /// A line that is being read in the other script, and how well its own did.
+    struct Lesson {
+        GrayImage line;
+        ScriptModel model;
+        std::vector<std::string> characters;
+        std::size_t agreed;  ///< With the reading in the line's own script.
+    };
 
     LineReader& reader_;
     const WordPatterns* words_;
     InkJudge ink_;
     GlyphJudge glyphs_;
     ScriptModel script_ = ScriptModel::simplified;
+    std::optional<Lesson> lesson_;
 };
 
 }  // namespace velmora

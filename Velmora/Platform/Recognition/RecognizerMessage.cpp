@@ -12,6 +12,7 @@ namespace {
 
 using Kind = RecognizerMessage::Kind;
 
+constexpr auto greatestKind = static_cast<std::uint32_t>(Kind::beginLine);
 constexpr std::uint32_t magic = 0x564C5231;  // "VLR1"
 constexpr int greatestDrawing = 128;
 constexpr std::size_t longestSymbol = 32;
@@ -22,6 +23,26 @@ std::optional<ScriptModel> scriptModel(std::uint32_t value) {
 
 RecognizerMessage message(Kind kind, MessageWriter& writer) {
     return {kind, 0, writer.take()};
+}
+
+RecognizerMessage lineMessage(Kind kind, const ReadLineRequest& request) {
+    MessageWriter writer;
+    writer.put(static_cast<std::uint32_t>(request.model));
+    writer.putPicture(request.line);
+    return message(kind, writer);
+}
+
+std::optional<ReadLineRequest> parseLine(Kind kind, const RecognizerMessage& message) {
+    MessageReader reader(message.body);
+    std::uint32_t model = 0;
+    if (message.kind != kind || !reader.get(model) || !scriptModel(model)) {
+        return std::nullopt;
+    }
+    std::optional<GrayImage> line = reader.getPicture();
+    if (!line) {
+        return std::nullopt;
+    }
+    return ReadLineRequest{*scriptModel(model), std::move(*line)};
 }
 
 }  // namespace
@@ -42,8 +63,8 @@ std::optional<RecognizerMessage> decodeHeader(std::span<const std::uint8_t> head
     std::uint32_t kind = 0;
     std::uint32_t length = 0;
     RecognizerMessage result;
-    if (!reader.get(word) || word != magic || !reader.get(kind) || kind < 1 || kind > 12 ||
-        !reader.get(result.sequence) || !reader.get(length) ||
+    if (!reader.get(word) || word != magic || !reader.get(kind) || kind < 1 ||
+        kind > greatestKind || !reader.get(result.sequence) || !reader.get(length) ||
         length > RecognizerMessage::greatestBody) {
         return std::nullopt;
     }
@@ -53,10 +74,11 @@ std::optional<RecognizerMessage> decodeHeader(std::span<const std::uint8_t> head
 }
 
 RecognizerMessage makeReadLine(const ReadLineRequest& request) {
-    MessageWriter writer;
-    writer.put(static_cast<std::uint32_t>(request.model));
-    writer.putPicture(request.line);
-    return message(Kind::readLine, writer);
+    return lineMessage(Kind::readLine, request);
+}
+
+RecognizerMessage makeBeginLine(const ReadLineRequest& request) {
+    return lineMessage(Kind::beginLine, request);
 }
 
 RecognizerMessage makeDrawCharacter(const DrawCharacterRequest& request) {
@@ -96,16 +118,11 @@ RecognizerMessage makePicture(const GrayImage& picture) {
 }
 
 std::optional<ReadLineRequest> parseReadLine(const RecognizerMessage& message) {
-    MessageReader reader(message.body);
-    std::uint32_t model = 0;
-    if (message.kind != Kind::readLine || !reader.get(model) || !scriptModel(model)) {
-        return std::nullopt;
-    }
-    std::optional<GrayImage> line = reader.getPicture();
-    if (!line) {
-        return std::nullopt;
-    }
-    return ReadLineRequest{*scriptModel(model), std::move(*line)};
+    return parseLine(Kind::readLine, message);
+}
+
+std::optional<ReadLineRequest> parseBeginLine(const RecognizerMessage& message) {
+    return parseLine(Kind::beginLine, message);
 }
 
 std::optional<DrawCharacterRequest> parseDrawCharacter(const RecognizerMessage& message) {

@@ -31,6 +31,7 @@ struct RecognizerMessage {
         matchCells = 10,    ///< To the worker: a piece of a line and its cells.
         matches = 11,       ///< Answer: what the cells are like.
         understood = 12,    ///< Answer to knowGlyphs: it is being done.
+        beginLine = 13,     ///< To the worker: as readLine, which will follow; has no answer.
     };
 
     Kind kind = Kind::failed;
@@ -79,6 +80,7 @@ std::vector<std::uint8_t> encodeMessage(const RecognizerMessage& message);
 std::optional<RecognizerMessage> decodeHeader(std::span<const std::uint8_t> header);
 
 RecognizerMessage makeReadLine(const ReadLineRequest& request);
+RecognizerMessage makeBeginLine(const ReadLineRequest& request);
 RecognizerMessage makeDrawCharacter(const DrawCharacterRequest& request);
 RecognizerMessage makeKnowGlyphs(const KnowGlyphsRequest& request);
 RecognizerMessage makeMatchCells(const CellsToMatch& request);
@@ -89,6 +91,7 @@ RecognizerMessage makePicture(const GrayImage& picture);
 
 // Each of these gives nothing where the message is of another kind or damaged.
 std::optional<ReadLineRequest> parseReadLine(const RecognizerMessage& message);
+std::optional<ReadLineRequest> parseBeginLine(const RecognizerMessage& message);
 std::optional<DrawCharacterRequest> parseDrawCharacter(const RecognizerMessage& message);
 std::optional<KnowGlyphsRequest> parseKnowGlyphs(const RecognizerMessage& message);
 std::optional<CellsToMatch> parseMatchCells(const RecognizerMessage& message);

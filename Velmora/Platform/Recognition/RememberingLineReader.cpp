@@ -39,17 +39,35 @@ std::uint64_t hashOf(const CellsToMatch& request) {
             hash.mix(std::uint64_t{candidate});
         }
     }
+    if (request.style) {
+        hash.mix(std::uint64_t{request.style->face});
+        hash.mix(std::uint64_t{request.style->rendering});
+        hash.mix(std::uint64_t{std::bit_cast<std::uint32_t>(request.style->size)});
+        hash.mix(std::uint64_t{std::bit_cast<std::uint32_t>(request.style->fit)});
+    }
     return hash.value();
 }
 
 }  // namespace
 
+const LineReading* RememberingLineReader::remembered(std::uint64_t hash, int width,
+                                                     ScriptModel model) const {
+    for (const Memory& memory : memories_) {
+        if (memory.hash == hash && memory.width == width && memory.model == model) {
+            return &memory.reading;
+        }
+    }
+    return nullptr;
+}
+
+bool RememberingLineReader::begin(const GrayImage& line, ScriptModel model) {
+    return remembered(hashOf(line), line.width(), model) != nullptr || reader_.begin(line, model);
+}
+
 std::optional<LineReading> RememberingLineReader::read(const GrayImage& line, ScriptModel model) {
     const std::uint64_t hash = hashOf(line);
-    for (const Memory& memory : memories_) {
-        if (memory.hash == hash && memory.width == line.width() && memory.model == model) {
-            return memory.reading;
-        }
+    if (const LineReading* known = remembered(hash, line.width(), model)) {
+        return *known;
     }
     std::optional<LineReading> reading = reader_.read(line, model);
     if (reading) {

@@ -16,6 +16,7 @@ class RememberingLineReader : public LineReader {
     explicit RememberingLineReader(LineReader& reader) : reader_(reader) {}
 
     std::optional<LineReading> read(const GrayImage& line, ScriptModel model) override;
+    bool begin(const GrayImage& line, ScriptModel model) override;
     std::optional<GrayImage> drawCharacter(char32_t character, ScriptModel style) override {
         return reader_.drawCharacter(character, style);
     }
@@ -35,6 +36,8 @@ class RememberingLineReader : public LineReader {
         std::size_t cells;
         MatchedCells matches;
     };
+
+    const LineReading* remembered(std::uint64_t hash, int width, ScriptModel model) const;
 
     static constexpr std::size_t mostLines = 48;
     static constexpr std::size_t mostComparisons = 16;

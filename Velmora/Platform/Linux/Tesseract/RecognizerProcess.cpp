@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
+#include <thread>
 #include <utility>
 
 #include "Velmora/Platform/Linux/Tesseract/ChildProcess.h"
@@ -40,6 +41,12 @@ bool waitFor(int descriptor, short event, Clock::time_point deadline) {
             return false;
         }
     }
+}
+
+bool fitsMessage(const GrayImage& line) {
+    return !line.isEmpty() && line.width() <= RecognizerMessage::greatestWidth &&
+           line.height() <= RecognizerMessage::greatestHeight &&
+           line.pixels().size() + RecognizerMessage::headerSize <= RecognizerMessage::greatestBody;
 }
 
 bool isExecutable(const std::filesystem::path& path) {
@@ -222,14 +229,28 @@ pid_t RecognizerProcess::processId() {
 }
 
 std::optional<LineReading> RecognizerProcess::read(const GrayImage& line, ScriptModel model) {
-    if (line.isEmpty() || line.width() > RecognizerMessage::greatestWidth ||
-        line.height() > RecognizerMessage::greatestHeight ||
-        line.pixels().size() + RecognizerMessage::headerSize > RecognizerMessage::greatestBody) {
+    if (!fitsMessage(line)) {
         return std::nullopt;
     }
     const std::lock_guard lock(mutex_);
     const std::optional<RecognizerMessage> reply = ask(makeReadLine({model, line}));
     return reply ? parseReading(*reply) : std::nullopt;
+}
+
+bool RecognizerProcess::begin(const GrayImage& line, ScriptModel model) {
+    // On a single core it would only be in the way of what is asked next.
+    if (!fitsMessage(line) || std::thread::hardware_concurrency() < 2) {
+        return false;
+    }
+    const std::lock_guard lock(mutex_);
+    if (!ensureWorker()) {
+        return false;
+    }
+    if (!sendAll(makeBeginLine({model, line}), Clock::now() + options_.answerLimit)) {
+        workerFailed();
+        return false;
+    }
+    return true;
 }
 
 std::optional<GrayImage> RecognizerProcess::drawCharacter(char32_t character, ScriptModel style) {

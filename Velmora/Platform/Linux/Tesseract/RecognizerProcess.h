@@ -50,6 +50,8 @@ class RecognizerProcess : public LineReader {
     pid_t processId();
 
     std::optional<LineReading> read(const GrayImage& line, ScriptModel model) override;
+    /// Never waits for the answer. The worker keeps the last two such readings.
+    bool begin(const GrayImage& line, ScriptModel model) override;
     std::optional<GrayImage> drawCharacter(char32_t character, ScriptModel style) override;
 
     /// The worker prepares what it needs in the background when it is first asked.

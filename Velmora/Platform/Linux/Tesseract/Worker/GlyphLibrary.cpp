@@ -73,7 +73,7 @@ std::optional<MatchedCells> GlyphLibrary::match(const CellsToMatch& request) {
             matcher_.reset();
             store_ = std::move(readyStore_);
             fonts_ = std::move(readyFonts_);
-            matcher_ = std::make_unique<GlyphMatcher>(*fonts_);
+            matcher_ = std::make_unique<GlyphMatcher>(*fonts_, &companion_);
         }
     }
     return matcher_ ? std::optional(matcher_->match(request, *store_)) : std::nullopt;

@@ -7,6 +7,7 @@
 #include <optional>
 #include <thread>
 
+#include "Velmora/Platform/Linux/Tesseract/Worker/Companion.h"
 #include "Velmora/Platform/Linux/Tesseract/Worker/GlyphMatcher.h"
 #include "Velmora/Platform/Recognition/RecognizerMessage.h"
 
@@ -16,7 +17,8 @@ namespace velmora {
 /// gives way to everything else, and kept in a file.
 class GlyphLibrary {
   public:
-    GlyphLibrary() = default;
+    /// The companion shares in the comparisons.
+    explicit GlyphLibrary(Companion& companion) : companion_(companion) {}
     ~GlyphLibrary();
     GlyphLibrary(const GlyphLibrary&) = delete;
     GlyphLibrary& operator=(const GlyphLibrary&) = delete;
@@ -33,6 +35,7 @@ class GlyphLibrary {
   private:
     void prepare(const KnowGlyphsRequest& request);
 
+    Companion& companion_;
     std::thread thread_;
     std::atomic<bool> cancelled_{false};
     std::mutex mutex_;  ///< Of what the thread hands over:

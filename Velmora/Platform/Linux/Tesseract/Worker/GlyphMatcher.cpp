@@ -6,7 +6,6 @@
 #include <cmath>
 #include <ctime>
 #include <functional>
-#include <numeric>
 
 #include "Velmora/Platform/Recognition/CodePoint.h"
 
@@ -18,26 +17,20 @@ constexpr std::size_t scanned = 64;    ///< Taken from the store by the cell as 
 constexpr std::size_t compared = 8;    ///< Of these, at first, pixel by pixel.
 constexpr float letterBehind = 0.01F;  ///< A letter of another script that is no candidate.
 constexpr std::size_t mostLetters = 3;
-constexpr double strangerSize = 24;    ///< At which what the store lacks is drawn.
-constexpr float leastExact = 0.9F;     ///< Where none of them reaches that, more are compared.
-constexpr float belowFit = 0.04F;      ///< The same, as compared with the line's other cells.
-constexpr std::size_t mostProbes = 3;  ///< Cells that a style is found by.
-constexpr float sureStyle = 0.93F;     ///< A remembered style that needs no search.
-constexpr float farBehind = 0.08F;     ///< A shape that is no candidate beside a better one.
+constexpr double strangerSize = 24;  ///< At which what the store lacks is drawn.
+constexpr float leastExact = 0.9F;   ///< Where none of them reaches that, more are compared.
+constexpr float belowFit = 0.04F;    ///< The same, as compared with the line's other cells.
+constexpr std::size_t mostSisters = 2;
+constexpr float farBehind = 0.08F;  ///< A shape that is no candidate beside a better one.
 /// After so much time of the processor, or on a busy machine by the clock, only what must be is
 /// done.
 constexpr std::chrono::milliseconds ownTime{120};
 constexpr std::chrono::milliseconds clockTime{350};
-constexpr float settledStyle = 0.975F;  ///< A search goes no further.
-constexpr float rememberedStyle = 0.75F;
-constexpr int enoughSearches = 2;  ///< That found the same style, which is then taken to be it.
-constexpr float aboutAsGood = 0.01F;
-constexpr double greatestBitmap = 18;  ///< Pixels: larger ones are drawn from outlines.
 
-/// That this thread has had so far.
+/// That this program has had so far.
 std::chrono::nanoseconds processorTime() {
     timespec time{};
-    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    ::clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
     return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
 }
 
@@ -85,8 +78,8 @@ void keepLikelyLetters(std::vector<GlyphMatch>& matches) {
 
 /// The cell's edges may take a piece of a neighbour along or cut a stroke off, so it is also cut a
 /// little closer and a little wider.
-GlyphMatcher::Ink GlyphMatcher::prepare(const CellsToMatch& request, const CellToMatch& cell,
-                                        const GlyphStore& store) {
+GlyphMatcher::Ink GlyphMatcher::prepare(Lane lane, const CellsToMatch& request,
+                                        const CellToMatch& cell, const GlyphStore& store) {
     Ink ink;
     const int slack = std::max(1, cell.cell.width() / 14);
     for (const int change : {0, -slack, slack}) {
@@ -107,7 +100,7 @@ GlyphMatcher::Ink GlyphMatcher::prepare(const CellsToMatch& request, const CellT
             match.shape = std::max(match.shape, store.similarity(features, character));
         }
         if (match.shape <= 0) {
-            match.shape = strangerShape(ink, character);
+            match.shape = strangerShape(lane, ink, character);
         }
         ink.matches.push_back(match);
     };
@@ -127,11 +120,11 @@ GlyphMatcher::Ink GlyphMatcher::prepare(const CellsToMatch& request, const CellT
 }
 
 /// How alike the ink is to a character that is not in the store.
-float GlyphMatcher::strangerShape(const Ink& ink, char32_t character) {
+float GlyphMatcher::strangerShape(Lane lane, const Ink& ink, char32_t character) {
     float best = 0;
-    for (std::size_t face = 0; face < fonts_.faces().size(); ++face) {
-        if (const GrayImage* drawn =
-                drawing(character, {face, strangerSize, GlyphRendering::unhinted})) {
+    for (std::size_t face = 0; face < drawings_.faces().size(); ++face) {
+        if (const GrayImage* drawn = drawings_.drawing(
+                lane, character, {face, strangerSize, GlyphRendering::unhinted})) {
             const auto form = GlyphFeatures::of(*drawn);
             for (const GlyphFeatures& features : ink.features) {
                 best = form ? std::max(best, features.similarity(form->values())) : best;
@@ -141,39 +134,15 @@ float GlyphMatcher::strangerShape(const Ink& ink, char32_t character) {
     return best;
 }
 
-const GrayImage* GlyphMatcher::drawing(char32_t character, const GlyphStyle& style) {
-    const auto place = static_cast<std::uint64_t>(std::lround(style.size * 64)) * 256 +
-                       style.face * 4 + static_cast<std::uint64_t>(style.rendering);
-    const DrawingKey key{character, place};
-    auto known = drawings_.find(key);
-    if (known == drawings_.end()) {
-        if (drawings_.size() >= mostDrawings) {
-            drawings_.clear();
-        }
-        known = drawings_.emplace(key, fonts_.draw(character, style)).first;
+void GlyphMatcher::share(std::size_t count,
+                         const std::function<void(Lane lane, std::size_t at)>& work) {
+    if (companion_ != nullptr) {
+        companion_->share(count, work);
+        return;
     }
-    return known->second ? &*known->second : nullptr;
-}
-
-/// How well the best of some cells' first candidates fit in a style: the mean over all probes but
-/// the worst third, whose cells may be cut badly.
-float GlyphMatcher::fitOf(const std::vector<const Ink*>& probes, const GlyphStyle& style,
-                          std::size_t candidates) {
-    std::vector<float> fits;
-    for (const Ink* probe : probes) {
-        float best = 0;
-        for (std::size_t i = 0; i < std::min(candidates, probe->matches.size()); ++i) {
-            if (const GrayImage* drawn = drawing(probe->matches[i].character, style)) {
-                best = std::max(best, probe->pixels->with(*drawn));
-            }
-        }
-        fits.push_back(best);
+    for (std::size_t at = 0; at < count; ++at) {
+        work(Lane::own, at);
     }
-    std::sort(fits.begin(), fits.end(), std::greater<>());
-    fits.resize(fits.size() - fits.size() / 3);
-    return fits.empty()
-               ? 0
-               : std::accumulate(fits.begin(), fits.end(), 0.0F) / static_cast<float>(fits.size());
 }
 
 /// An answer must not keep the program waiting, whatever was asked for.
@@ -182,158 +151,93 @@ bool GlyphMatcher::isHurried() const {
            std::chrono::steady_clock::now() - begun_ > clockTime;
 }
 
-/// The bitmaps of a font at one size are no smaller ones of another: each size is tried.
-GlyphMatcher::FittingStyle GlyphMatcher::searchBitmaps(const std::vector<const Ink*>& probes,
-                                                       const GlyphStyle& about) {
-    FittingStyle best{about, fitOf(probes, about, 2)};
-    for (const double change : {1.0, -1.0}) {
-        if (about.size > greatestBitmap || best.fit >= settledStyle || isHurried()) {
-            break;
+/// The same character may have another form in the font's sister for another region, which lies in
+/// the same file and is mixed with it where a program takes what the system prefers.
+std::vector<GlyphStyle> GlyphMatcher::sistersOf(const GlyphStyle& style) const {
+    std::vector<GlyphStyle> sisters;
+    const std::vector<FontFace>& faces = drawings_.faces();
+    for (std::size_t face = 0; style.face < faces.size() && face < faces.size(); ++face) {
+        if (face != style.face && faces[face].path == faces[style.face].path &&
+            sisters.size() < mostSisters) {
+            sisters.push_back({face, style.size, style.rendering});
         }
-        GlyphStyle style = about;
-        style.size = std::max(6.0, about.size + change);
-        const float fit = fitOf(probes, style, 2);
-        best = fit > best.fit ? FittingStyle{style, fit} : best;
     }
-    return best;
+    return sisters;
 }
 
-/// Tries the fonts at about the right size, then the best ones more closely.
-GlyphMatcher::FittingStyle GlyphMatcher::searchStyles(const std::vector<const Ink*>& probes,
-                                                      double em) {
-    std::vector<FittingStyle> faces;
-    const double rounded = std::max(6.0, std::round(em));
-    for (std::size_t face = 0; face < fonts_.faces().size(); ++face) {
-        const GlyphStyle style{face, rounded, GlyphRendering::hinted};
-        if (face == 0 || !isHurried()) {
-            faces.push_back(fonts_.faces()[face].bitmaps
-                                ? searchBitmaps(probes, style)
-                                : FittingStyle{style, fitOf(probes, style, 2)});
-        }
-    }
-    std::sort(faces.begin(), faces.end(),
-              [](const FittingStyle& a, const FittingStyle& b) { return a.fit > b.fit; });
-    faces.resize(std::min<std::size_t>(faces.size(), 3));
-    FittingStyle best = faces.empty() ? FittingStyle{} : faces.front();
-    for (const FittingStyle& candidate : faces) {
-        FittingStyle own = candidate;
-        for (const double change : {-1.0, 1.0, -0.5, 0.5, -2.0, 2.0}) {
-            if (own.fit >= settledStyle || isHurried()) {
-                break;
-            }
-            GlyphStyle style = candidate.style;
-            style.size = std::max(6.0, rounded + change);
-            const float fit = fitOf(probes, style, 2);
-            own = fit > own.fit ? FittingStyle{style, fit} : own;
-        }
-        for (const GlyphRendering rendering :
-             {GlyphRendering::unhinted, GlyphRendering::subpixel}) {
-            GlyphStyle style = own.style;
-            style.rendering = rendering;
-            const float fit = fitOf(probes, style, 2);
-            own = fit > own.fit ? FittingStyle{style, fit} : own;
-        }
-        best = own.fit > best.fit ? own : best;
-    }
-    return best;
+float GlyphMatcher::exactOf(Lane lane, const Ink& cell, char32_t character,
+                            const GlyphStyle& style) {
+    const GrayImage* drawn = drawings_.drawing(lane, character, style);
+    return drawn != nullptr ? cell.pixels->with(*drawn) : 0;
 }
 
-GlyphMatcher::FittingStyle GlyphMatcher::findStyle(const std::vector<Ink>& cells, double em) {
-    std::vector<const Ink*> probes;
-    for (const Ink& cell : cells) {
-        if (cell.pixels && !cell.matches.empty()) {
-            probes.push_back(&cell);
-        }
-    }
-    std::sort(probes.begin(), probes.end(), [](const Ink* a, const Ink* b) {
-        return a->matches.front().shape > b->matches.front().shape;
-    });
-    probes.resize(std::min(probes.size(), mostProbes));
-    FittingStyle best;
-    bool isSure = false;
-    for (const KnownStyle& known : styles_) {
-        if (std::fabs(known.style.size - em) <= 2.5) {
-            const float fit = fitOf(probes, known.style, 3);
-            isSure = fit > best.fit ? fit >= sureStyle || known.isBest(fit) : isSure;
-            best = fit > best.fit ? FittingStyle{known.style, fit} : best;
-        }
-    }
-    if (!isSure) {
-        const FittingStyle found = searchStyles(probes, em);
-        best = found.fit > best.fit ? found : best;
-    }
-    if (best.fit >= rememberedStyle) {
-        remember(best, !isSure && probes.size() == mostProbes && !isHurried());
-    }
-    return best;
-}
-
-/// Letters that no font draws just so, such as those with an outline, never reach what makes a
-/// style sure; that others are not better either is known after some searches.
-bool GlyphMatcher::KnownStyle::isBest(float fit) const {
-    return searches >= enoughSearches && fit >= leastFit - aboutAsGood;
-}
-
-void GlyphMatcher::remember(const FittingStyle& style, bool isSearched) {
-    KnownStyle known{style.style};
-    const auto before = std::find_if(styles_.begin(), styles_.end(), [&](const KnownStyle& other) {
-        return other.style == style.style;
-    });
-    if (before != styles_.end()) {
-        known = *before;
-        styles_.erase(before);
-    }
-    if (isSearched) {
-        ++known.searches;
-        known.leastFit = std::min(known.leastFit, style.fit);
-    }
-    styles_.insert(styles_.begin(), known);
-    styles_.resize(std::min(styles_.size(), mostStyles));
-}
-
-/// Compares the first matches, the given ones, and as long as nothing fits the others too. What has
-/// not been compared is left out.
-void GlyphMatcher::compare(Ink& cell, const std::vector<char32_t>& candidates,
-                           const FittingStyle& found) {
-    const float wanted = std::max(leastExact, found.fit - belowFit);
-    float best = 0;
+/// Compares the first matches and the given ones, where nothing fits in sister fonts too, and as
+/// long as nothing fits the others. What has not been compared is left out.
+void GlyphMatcher::compare(Lane lane, Ink& cell, const std::vector<char32_t>& candidates,
+                           const LineFont& font) {
+    const float wanted = std::max(leastExact, font.found.fit - belowFit);
     std::size_t characters = 0;
-    std::vector<GlyphMatch> matches;
-    for (GlyphMatch match : cell.matches) {
+    std::vector<GlyphMatch> first;
+    std::vector<GlyphMatch> others;
+    for (const GlyphMatch& match : cell.matches) {
         const bool given =
             std::find(candidates.begin(), candidates.end(), match.character) != candidates.end();
-        const bool hopeful =
-            best < wanted && !isHurried() && match.shape >= cell.matches.front().shape - farBehind;
-        if (isHan(match.character) && characters >= compared && !hopeful && !given) {
-            continue;
-        }
-        characters += isHan(match.character) ? 1 : 0;
-        const GrayImage* drawn = drawing(match.character, found.style);
-        match.exact = drawn != nullptr ? cell.pixels->with(*drawn) : 0;
-        best = std::max(best, match.exact);
-        matches.push_back(match);
+        const bool isFirst = !isHan(match.character) || characters < compared || given;
+        characters += isFirst && isHan(match.character) ? 1 : 0;
+        (isFirst ? first : others).push_back(match);
     }
-    std::stable_sort(matches.begin(), matches.end(), [](const GlyphMatch& a, const GlyphMatch& b) {
+    float best = 0;
+    const auto compareIn = [&](const GlyphStyle& style, GlyphMatch& match) {
+        match.exact = std::max(match.exact, exactOf(lane, cell, match.character, style));
+        best = std::max(best, match.exact);
+    };
+    for (GlyphMatch& match : first) {
+        compareIn(font.found.style, match);
+    }
+    for (const GlyphStyle& sister : font.sisters) {
+        if (best >= wanted || isHurried()) {
+            break;
+        }
+        std::for_each(first.begin(), first.end(),
+                      [&](GlyphMatch& match) { compareIn(sister, match); });
+    }
+    for (GlyphMatch& match : others) {
+        if (best >= wanted || isHurried() || match.shape < cell.matches.front().shape - farBehind) {
+            break;
+        }
+        compareIn(font.found.style, match);
+        first.push_back(match);
+    }
+    std::stable_sort(first.begin(), first.end(), [](const GlyphMatch& a, const GlyphMatch& b) {
         return a.exact + a.shape > b.exact + b.shape;
     });
-    matches.resize(std::min(matches.size(), CellsToMatch::mostMatches));
-    cell.matches = std::move(matches);
+    first.resize(std::min(first.size(), CellsToMatch::mostMatches));
+    cell.matches = std::move(first);
 }
 
 MatchedCells GlyphMatcher::match(const CellsToMatch& request, const GlyphStore& store) {
     begun_ = std::chrono::steady_clock::now();
     begunProcessor_ = processorTime();
     MatchedCells result;
-    std::vector<Ink> cells;
-    for (const CellToMatch& cell : request.cells) {
-        cells.push_back(prepare(request, cell, store));
-    }
-    const FittingStyle found = findStyle(cells, request.em);
-    for (std::size_t i = 0; i < cells.size(); ++i) {
-        compare(cells[i], request.cells[i].candidates, found);
-        result.cells.push_back(std::move(cells[i].matches));
+    drawings_.tidy();
+    std::vector<Ink> cells(request.cells.size());
+    share(cells.size(), [&](Lane lane, std::size_t i) {
+        cells[i] = prepare(lane, request, request.cells[i], store);
+    });
+    const FittingStyle found = request.style ? given(*request.style) : findStyle(cells, request.em);
+    const LineFont font{found, sistersOf(found.style)};
+    share(cells.size(), [&](Lane lane, std::size_t i) {
+        compare(lane, cells[i], request.cells[i].candidates, font);
+    });
+    for (Ink& cell : cells) {
+        result.cells.push_back(std::move(cell.matches));
     }
     result.fontFit = fontFitOf(result.cells);
+    if (found.style.size > 0) {
+        result.style = LineStyle{static_cast<std::uint32_t>(found.style.face),
+                                 static_cast<std::uint32_t>(found.style.rendering),
+                                 static_cast<float>(found.style.size), found.fit};
+    }
     return result;
 }
 

@@ -2,12 +2,13 @@
 #pragma once
 
 #include <chrono>
-#include <cstdint>
-#include <map>
+#include <cstddef>
+#include <functional>
 #include <optional>
-#include <utility>
 #include <vector>
 
+#include "Velmora/Platform/Linux/Tesseract/Worker/Companion.h"
+#include "Velmora/Platform/Linux/Tesseract/Worker/GlyphDrawings.h"
 #include "Velmora/Platform/Linux/Tesseract/Worker/GlyphFonts.h"
 #include "Velmora/Platform/Linux/Tesseract/Worker/GlyphStore.h"
 #include "Velmora/Platform/Recognition/GlyphMatch.h"
@@ -17,10 +18,13 @@ namespace velmora {
 
 /// Says which characters the ink of cells is like: first by the directions of strokes over all
 /// characters of the store, then pixel by pixel with the few best, drawn in the font and size that
-/// the line seems to be set in. Remembers the styles that fitted last. For one thread.
+/// the line seems to be set in. Remembers the styles that fitted last. Shares the work with a
+/// companion where there is one; the answers are the same. To be called from one thread.
 class GlyphMatcher {
   public:
-    explicit GlyphMatcher(GlyphFonts& fonts) : fonts_(fonts) {}
+    /// Without a companion everything is done by who calls.
+    explicit GlyphMatcher(GlyphFonts& fonts, Companion* companion = nullptr)
+        : companion_(companion), drawings_(fonts) {}
 
     MatchedCells match(const CellsToMatch& request, const GlyphStore& store);
 
@@ -35,6 +39,11 @@ class GlyphMatcher {
         GlyphStyle style;
         float fit = 0;
     };
+    /// What a line is set in.
+    struct LineFont {
+        FittingStyle found;
+        std::vector<GlyphStyle> sisters;
+    };
     /// A style that fitted, and what searches for a better one came to.
     struct KnownStyle {
         GlyphStyle style;
@@ -44,28 +53,36 @@ class GlyphMatcher {
     };
 
     static constexpr std::size_t mostStyles = 6;
-    static constexpr std::size_t mostDrawings = 1500;
 
-    Ink prepare(const CellsToMatch& request, const CellToMatch& cell, const GlyphStore& store);
+    using Lane = Companion::Lane;
+
+    void share(std::size_t count, const std::function<void(Lane lane, std::size_t at)>& work);
+
+    Ink prepare(Lane lane, const CellsToMatch& request, const CellToMatch& cell,
+                const GlyphStore& store);
+    static FittingStyle given(const LineStyle& style);
     FittingStyle findStyle(const std::vector<Ink>& cells, double em);
     void remember(const FittingStyle& style, bool isSearched);
-    FittingStyle searchBitmaps(const std::vector<const Ink*>& probes, const GlyphStyle& about);
+    FittingStyle searchBitmaps(Lane lane, const std::vector<const Ink*>& probes,
+                               const GlyphStyle& about);
+    FittingStyle searchSizes(Lane lane, const std::vector<const Ink*>& probes,
+                             const FittingStyle& about);
     FittingStyle searchStyles(const std::vector<const Ink*>& probes, double em);
-    float fitOf(const std::vector<const Ink*>& probes, const GlyphStyle& style,
+    float fitOf(Lane lane, const std::vector<const Ink*>& probes, const GlyphStyle& style,
                 std::size_t candidates);
-    void compare(Ink& cell, const std::vector<char32_t>& candidates, const FittingStyle& found);
-    float strangerShape(const Ink& ink, char32_t character);
-    const GrayImage* drawing(char32_t character, const GlyphStyle& style);
-
-    using DrawingKey = std::pair<char32_t, std::uint64_t>;
+    std::vector<GlyphStyle> sistersOf(const GlyphStyle& style) const;
+    float exactOf(Lane lane, const Ink& cell, char32_t character, const GlyphStyle& style);
+    void compare(Lane lane, Ink& cell, const std::vector<char32_t>& candidates,
+                 const LineFont& font);
+    float strangerShape(Lane lane, const Ink& ink, char32_t character);
 
     bool isHurried() const;
 
-    GlyphFonts& fonts_;
+    Companion* companion_;
+    GlyphDrawings drawings_;
     std::chrono::steady_clock::time_point begun_{};  ///< Of the current request.
     std::chrono::nanoseconds begunProcessor_{};
     std::vector<KnownStyle> styles_;  ///< That fitted, the last used first.
-    std::map<DrawingKey, std::optional<GrayImage>> drawings_;
 };
 
 }  // namespace velmora

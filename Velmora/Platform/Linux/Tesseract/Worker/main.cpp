@@ -7,19 +7,20 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <array>
 #include <chrono>
 #include <csignal>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
-#include <memory>
+#include <optional>
 #include <string>
+#include <utility>
 
 #include "Velmora/Platform/Linux/Tesseract/Worker/CharacterPainter.h"
+#include "Velmora/Platform/Linux/Tesseract/Worker/Companion.h"
 #include "Velmora/Platform/Linux/Tesseract/Worker/GlyphLibrary.h"
 #include "Velmora/Platform/Linux/Tesseract/Worker/MessagePipe.h"
-#include "Velmora/Platform/Linux/Tesseract/Worker/TesseractEngine.h"
+#include "Velmora/Platform/Linux/Tesseract/Worker/ScriptReaders.h"
 
 namespace {
 
@@ -27,7 +28,7 @@ using namespace velmora;
 using Kind = RecognizerMessage::Kind;
 
 constexpr int connection = 3;
-constexpr unsigned longestRequestSeconds = 5;
+constexpr std::chrono::seconds longestRequest{5};
 constexpr std::uint32_t requestsBetweenTrims = 64;
 constexpr std::chrono::milliseconds restBeforeTrim{150};
 constexpr rlim_t greatestMemory = rlim_t{1} << 30;
@@ -74,11 +75,7 @@ class Worker {
                 if (!report(Kind::loading, model, ModelState::loading)) {
                     return false;
                 }
-                auto engine = std::make_unique<TesseractEngine>();
-                state = engine->load(dataFolder, model);
-                if (state == ModelState::ready) {
-                    engines_[index] = std::move(engine);
-                }
+                state = readers_.load(dataFolder, model);
             }
             if (!report(Kind::loaded, model, state)) {
                 return false;
@@ -89,18 +86,18 @@ class Worker {
     }
 
     void serve() {
-        while (const std::optional<RecognizerMessage> request = pipe_.receive()) {
-            // Should this hang after the program has gone, nobody else would end it.
-            ::alarm(longestRequestSeconds);
-            RecognizerMessage reply = answer(*request);
-            ::alarm(0);
-            reply.sequence = request->sequence;
-            if (!pipe_.send(reply)) {
+        while (std::optional<RecognizerMessage> request = pipe_.receive()) {
+            if (auto line = parseBeginLine(*request)) {
+                readers_.begin(std::move(*line));
+            } else if (!reply(*request)) {
                 return;
             }
             // What a line took goes back to the system when nobody asks for the next one, and now
             // and then while somebody does.
             if (!pipe_.waitsFor(restBeforeTrim)) {
+                if (!companion_.awaitRest(longestRequest)) {
+                    return;
+                }
                 glyphs_.rest();
                 ::malloc_trim(0);
             } else if (request->sequence % requestsBetweenTrims == 0) {
@@ -114,10 +111,19 @@ class Worker {
         return pipe_.send(makeModelReport(kind, {model, state}));
     }
 
+    /// False once the program is gone.
+    bool reply(const RecognizerMessage& request) {
+        // Should this hang after the program has gone, nobody else would end it.
+        ::alarm(static_cast<unsigned>(longestRequest.count()));
+        RecognizerMessage reply = answer(request);
+        ::alarm(0);
+        reply.sequence = request.sequence;
+        return pipe_.send(reply);
+    }
+
     RecognizerMessage answer(const RecognizerMessage& request) {
         if (const auto line = parseReadLine(request)) {
-            const auto& engine = engines_[static_cast<std::size_t>(line->model)];
-            const auto reading = engine ? engine->read(line->line) : std::nullopt;
+            const auto reading = readers_.read(*line);
             return reading ? makeReading(*reading) : RecognizerMessage{};
         }
         if (const auto drawing = parseDrawCharacter(request)) {
@@ -136,9 +142,10 @@ class Worker {
     }
 
     MessagePipe pipe_;
-    std::array<std::unique_ptr<TesseractEngine>, 2> engines_;
+    Companion companion_{Companion::isWorthwhile()};
+    ScriptReaders readers_{companion_};
     CharacterPainter painter_;
-    GlyphLibrary glyphs_;
+    GlyphLibrary glyphs_{companion_};
 };
 
 }  // namespace

@@ -39,6 +39,7 @@
 #include "Velmora/Platform/Linux/Updates/NetworkHttpFetcher.h"
 #include "Velmora/Platform/Linux/Updates/SodiumSignatureVerifier.h"
 #include "Velmora/Platform/Linux/XdgPaths.h"
+#include "Velmora/Platform/Loader/DesktopLoss.h"
 #include "Velmora/Platform/Loader/PlatformLoader.h"
 #include "Velmora/Platform/Loader/TrayItem.h"
 #include "Velmora/Presentation/HighlightOverlayController.h"
@@ -282,6 +283,7 @@ int runApplication(int& argumentCount, char** arguments) {
     // The tray menu of panels that embed icons is made of the toolkit's widgets.
     const WatchedApplication application(argumentCount, arguments);
     QGuiApplication::setApplicationName(QStringLiteral("Velmora"));
+    const DesktopLoss desktopLoss(*choice);
     // The toolkit's helpers sleep instead of waking up once more to end.
     QThreadPool::globalInstance()->setExpiryTimeout(-1);
     const Application parts(*choice, dictionary.get());

@@ -18,7 +18,8 @@ class StatusItem {
     /// Takes the item away. Ends the menu where it is open.
     virtual void hide() = 0;
 
-    /// A mouse button went down outside every window of ours: a menu that was open is so no more.
+    /// A mouse button went down somewhere: a menu that was open is so no more, unless it is known
+    /// that the press may have been on it.
     virtual void mousePressedSomewhere() = 0;
 
     /// The entries may be others now: a menu that is open shows them in place. Asks the delegate,

@@ -59,6 +59,48 @@ TEST_F(MenuSessionTest, AHostWithoutClosedEndsWithTheFirstPress) {
     EXPECT_FALSE(session.isOpen());
 }
 
+TEST_F(MenuSessionTest, APressMayBeOnTheMenuOfAHostThatTellsWhenItIsGone) {
+    session.opened(host);
+    session.closed(host);
+    session.opened(host);
+    session.mousePressed();  // On the entry with the submenu.
+    EXPECT_TRUE(session.isOpen());
+    clock.advance(MenuSession::pressedLimit - 1);
+    EXPECT_TRUE(session.isOpen());
+    session.closed(host);
+    EXPECT_FALSE(session.isOpen());
+}
+
+TEST_F(MenuSessionTest, APressLeavesLittleTimeToAHostThatStopsTelling) {
+    session.opened(host);
+    session.closed(host);
+    session.opened(host);
+    session.mousePressed();
+    clock.advance(MenuSession::pressedLimit / 2);
+    session.mousePressed();  // Does not make it longer.
+    clock.advance(MenuSession::pressedLimit / 2 + 1);
+    EXPECT_FALSE(session.isOpen());
+}
+
+TEST_F(MenuSessionTest, APressDoesNotLengthenWhatAHostWasAllowed) {
+    session.opened(host);
+    session.closed(host);
+    session.opened(host);
+    clock.advance(MenuSession::openLimit - 2);
+    session.mousePressed();
+    clock.advance(3);
+    EXPECT_FALSE(session.isOpen());
+}
+
+TEST_F(MenuSessionTest, AHostThatReturnsUnderItsNameIsNotKnownAnyMore) {
+    session.opened(host);
+    session.closed(host);
+    session.hostLeft(host);
+    session.opened(host);
+    session.mousePressed();
+    EXPECT_FALSE(session.isOpen());
+}
+
 TEST_F(MenuSessionTest, EndsWithAnEntryTriggered) {
     session.opened(host);
     session.triggered(host);

@@ -49,6 +49,11 @@ void MenuSession::opened(const std::string& host) {
 }
 
 void MenuSession::closed(const std::string& host) {
+    known(host).tellsClosing = true;
+    endOf(host);
+}
+
+void MenuSession::endOf(const std::string& host) {
     if (owner_ == host) {
         end();
     }
@@ -62,12 +67,20 @@ void MenuSession::triggered(const std::string& host) {
 }
 
 void MenuSession::hostLeft(const std::string& host) {
-    closed(host);
+    endOf(host);
     hosts_.erase(host);
 }
 
 void MenuSession::mousePressed() {
-    end();
+    if (!owner_ || !known(*owner_).tellsClosing) {
+        end();
+        return;
+    }
+    const double end = clock_.uptime() + pressedLimit;
+    if (end < endsAt_) {
+        endsAt_ = end;
+        limit_ = clock_.schedule(pressedLimit, [this] { this->end(); });
+    }
 }
 
 void MenuSession::begin(const std::string& host, double limit) {
@@ -81,6 +94,7 @@ void MenuSession::begin(const std::string& host, double limit) {
         return;
     }
     owner_ = host;
+    endsAt_ = clock_.uptime() + allowed;
     limit_ = clock_.schedule(allowed, [this, asked = limit == askedLimit] { expire(asked); });
     if (!wasOpen) {
         changed_(true);

@@ -20,6 +20,9 @@ class MenuSession {
     static constexpr double openLimit = 60;
     /// The same where it only asked for the menu.
     static constexpr double askedLimit = 10;
+    /// The same after a press of a mouse button somewhere, by a host that tells when the menu is
+    /// gone: the press may have been on the menu, where it opens a submenu or does nothing.
+    static constexpr double pressedLimit = 10;
 
     using Changed = std::function<void(bool open)>;
 
@@ -39,6 +42,7 @@ class MenuSession {
     void closed(const std::string& host);
     void triggered(const std::string& host);
     void hostLeft(const std::string& host);
+    /// Somewhere, on the menu or not. Ends what is open, unless the host is known to tell that.
     void mousePressed();
 
     /// Ends what is open.
@@ -48,6 +52,7 @@ class MenuSession {
     /// What is known of one host.
     struct Host {
         bool tellsOpening = false;
+        bool tellsClosing = false;
         bool onlyAsks = false;  ///< Asked for the menu and nobody ever used it.
         /// How much longer it may hold the menu open; grows again while it does not.
         double allowance = openLimit;
@@ -59,6 +64,7 @@ class MenuSession {
     /// Brings the allowance of a host up to now.
     void settle(Host& host, bool wasOpen);
     void expire(bool asked);
+    void endOf(const std::string& host);
 
     Clock& clock_;
     Changed changed_;
@@ -66,6 +72,7 @@ class MenuSession {
     std::optional<std::string> owner_;
     bool ownerOnlyAsked_ = false;
     std::unique_ptr<OneShotTimer> limit_;
+    double endsAt_ = 0;  ///< By its limit, in seconds of uptime.
 };
 
 }  // namespace velmora

@@ -75,7 +75,7 @@ void HoverMonitor::pressed(ModifierFlags /*flags*/) {
     mouseDown(events_.mouseLocation());
 }
 
-void HoverMonitor::flagsChanged(ModifierFlags flags) {
+void HoverMonitor::flagsChanged(ModifierFlags flags) const {
     if (onModifierFlagsChanged) {
         onModifierFlagsChanged(flags.masked());
     }

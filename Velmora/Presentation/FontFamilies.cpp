@@ -25,7 +25,7 @@ bool canWritePinyin(const QString& family) {
 /// Marks that fall back to another family stand out badly within a word, so that a desktop family
 /// without them gives way as a whole.
 QString latinFamily() {
-    const QString desktop = QFontInfo(QGuiApplication::font()).family();
+    QString desktop = QFontInfo(QGuiApplication::font()).family();
     for (const QString& family :
          {desktop, QStringLiteral("Noto Sans"), QStringLiteral("DejaVu Sans"),
           QStringLiteral("Liberation Sans")}) {

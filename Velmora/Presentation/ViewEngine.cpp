@@ -9,7 +9,7 @@
 #include "Velmora/Presentation/Theme.h"
 
 // Written by the build: tells the engine of the types of the module.
-void qml_register_types_Velmora_Presentation();
+void qml_register_types_Velmora_Presentation();  // NOLINT(readability-identifier-naming)
 
 // What lies in a static library unreferenced would not be linked, and resources have to be asked
 // for outside of any namespace.
@@ -54,7 +54,7 @@ std::unique_ptr<QQuickItem> ViewEngine::create(const QString& type, const QVaria
     }
     QQmlEngine::setObjectOwnership(item, QQmlEngine::CppOwnership);
     layoutSubtree(*item);
-    object.release();
+    static_cast<void>(object.release());  // The same object.
     return std::unique_ptr<QQuickItem>(item);
 }
 

@@ -4,10 +4,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
+#include "Tests/Support/Files.h"
+#include "Tests/Support/TemporaryFolder.h"
 #include "Tests/Velmora/ApplicationCommands/CommandRun.h"
 #include "Tests/Velmora/ApplicationCommands/FakeSystem.h"
 #include "Velmora/CommandLine/Application/DoctorChecks.h"
@@ -97,9 +100,13 @@ TEST_F(DoctorCommandTest, EveryFailureOfALivingDesktopNamesItsCommand) {
     system.dictionary = "no such file";
     system.recognitionStatus.missing = {"chi_sim"};
     system.paths = {"/usr/bin/apt-get"};
+    const testing::TemporaryFolder folder;
+    const std::string script = folder / "mend";
     const auto findings = doctor::checkAll(system);
     for (const DoctorFinding& finding : findings) {
         EXPECT_EQ(finding.ok, finding.mend.empty()) << finding.name;
+        testing::writeFile(script, finding.mend);
+        EXPECT_EQ(std::system(("sh -n " + script).c_str()), 0) << finding.mend;
     }
     EXPECT_EQ(missing().size(), findings.size() - 2);  // The display and the session bus are there.
 }

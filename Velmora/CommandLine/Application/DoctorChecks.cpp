@@ -96,6 +96,7 @@ DoctorFinding checkScreenCapture(const SystemInspection& system) {
                : missing("screen capture",
                          "the X server lacks its Composite extension; text in pictures cannot be "
                          "read",
+                         "sudo mkdir -p /etc/X11/xorg.conf.d && "
                          "printf 'Section \"Extensions\"\\nOption \"Composite\" \"Enable\"\\n"
                          "EndSection\\n' | sudo tee /etc/X11/xorg.conf.d/10-composite.conf");
 }
@@ -164,7 +165,8 @@ DoctorFinding checkDictionary(const SystemInspection& system) {
         return missing(
             "dictionary",
             system.dictionaryPath() + ": " + *problem + "; only a few built-in words are found",
-            "scripts/fetch-dictionary in the sources, then build and install again");
+            "scripts/fetch-dictionary && scripts/build && sudo cmake --install build/release  "
+            "# in the folder of the sources");
     }
     return fine("dictionary", system.dictionaryPath());
 }

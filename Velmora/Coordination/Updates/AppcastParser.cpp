@@ -8,7 +8,7 @@
 namespace velmora {
 namespace {
 
-constexpr std::size_t mostFeedBytes = 1024 * 1024;
+constexpr std::size_t mostFeedBytes = std::size_t{1} << 20;
 constexpr std::size_t mostItems = 500;
 constexpr qsizetype mostNoteCharacters = 20'000;
 constexpr qsizetype mostMarkupCharacters = 200'000;

@@ -75,7 +75,9 @@ void HoverMonitor::pressed(ModifierFlags /*flags*/) {
     mouseDown(events_.mouseLocation());
 }
 
-void HoverMonitor::flagsChanged(ModifierFlags flags) const {
+// One handler among several of the same kind.
+// NOLINTNEXTLINE(readability-make-member-function-const)
+void HoverMonitor::flagsChanged(ModifierFlags flags) {
     if (onModifierFlagsChanged) {
         onModifierFlagsChanged(flags.masked());
     }

@@ -46,7 +46,7 @@ class HoverMonitor {
     void removeMonitors();
     void moved(ModifierFlags flags);
     void pressed(ModifierFlags flags);
-    void flagsChanged(ModifierFlags flags) const;
+    void flagsChanged(ModifierFlags flags);
     void mouseMoved(Point location);
     void mouseDown(Point location);
     void dwelled();

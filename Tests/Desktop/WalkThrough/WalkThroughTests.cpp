@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
+#include "Tests/Desktop/Support/Clipboard.h"
 #include "Tests/Desktop/WalkThrough/WalkThrough.h"
 
 namespace velmora::test {
@@ -114,6 +115,10 @@ TEST(WalkThrough, byMouse) {
 
     lookUpAWord(walk);
     const Rect before = bubbleFrame(walk);
+
+    // What the menu copied is there for other programs after the menu is gone.
+    walk.choose("Copy Lookup Diagnostics");
+    EXPECT_EQ(clipboardText(walk.desktop()), walk.diagnostics());
 
     walk.choose("Settings");
     const auto settings = walk.window(settingsTitle);

@@ -13,7 +13,7 @@ namespace velmora {
 namespace {
 
 constexpr int mostRedirects = 5;
-constexpr qint64 readBufferBytes = 256 * 1024;
+constexpr qint64 readBufferBytes = qint64{256} * 1024;
 constexpr int httpNotModified = 304;
 constexpr int httpOk = 200;
 

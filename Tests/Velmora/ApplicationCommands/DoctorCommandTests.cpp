@@ -164,9 +164,18 @@ TEST_F(DoctorCommandTest, DamagedLanguagesAreInstalledOnceMore) {
     system.paths.insert("/usr/bin/dnf");
     EXPECT_EQ(doctor::checkRecognition(system).mend,
               "sudo dnf reinstall tesseract-langpack-chi_sim");
+}
+
+TEST_F(DoctorCommandTest, ALanguageMayLackItsDataWhereTheOthersAreDamaged) {
+    system.recognitionStatus.damaged = {"chi_sim"};
     system.recognitionStatus.missing = {"chi_tra"};
     EXPECT_THAT(doctor::checkRecognition(system).detail,
                 HasSubstr("no data for chi_tra, damaged data for chi_sim;"));
+    EXPECT_EQ(doctor::checkRecognition(system).mend,
+              "sudo apt-get install tesseract-ocr-chi-tra && "
+              "sudo apt-get install --reinstall tesseract-ocr-chi-sim");
+    system.paths.erase("/usr/bin/apt-get");
+    EXPECT_EQ(doctor::checkRecognition(system).mend, "");
 }
 
 TEST_F(DoctorCommandTest, RecognitionThatDoesNotGetReadyIsMissing) {

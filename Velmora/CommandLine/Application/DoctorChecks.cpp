@@ -173,13 +173,18 @@ DoctorFinding checkDictionary(const SystemInspection& system) {
 
 DoctorFinding checkRecognition(const SystemInspection& system) {
     const RecognitionStatus status = system.recognition();
+    if (!status.missing.empty() && !status.damaged.empty()) {
+        const std::string install = installCommand(system, languagePackages(status.missing));
+        const std::string reinstall = reinstallCommand(system, languagePackages(status.damaged));
+        return missing("recognition",
+                       "no data for " + listed(status.missing) + ", damaged data for " +
+                           listed(status.damaged) + "; text in pictures is not read",
+                       install + (install.empty() ? "" : " && ") + reinstall);
+    }
     if (!status.missing.empty()) {
         return missing(
             "recognition",
-            "no data for " + listed(status.missing) +
-                (status.damaged.empty() ? std::string()
-                                        : ", damaged data for " + listed(status.damaged)) +
-                "; its text in pictures is not read",
+            "no data for " + listed(status.missing) + "; its text in pictures is not read",
             installCommand(system, languagePackages(status.missing)));
     }
     if (!status.damaged.empty()) {

@@ -187,6 +187,28 @@ TEST_F(Sequence, KeepsAnUncertainCloserLookAsFallback) {
     EXPECT_EQ(detector->sizes.size(), 6U) << "no second round where there is a fallback";
 }
 
+TEST_F(Sequence, FallsBackOnTheWholeScreenToo) {
+    recognizer->onRecognize = [](const Image& image) {
+        return image.width() == 1600 ? centredLine(image, "中文", 0.9F)
+                                     : std::vector<TextObservation>();
+    };
+    const auto region = run();
+    ASSERT_TRUE(region);
+    EXPECT_EQ(region->captureRect.size(), (Size{1600, 1000}));
+    EXPECT_EQ(detector->sizes.size(), 6U) << "no second round where there is a fallback by now";
+}
+
+TEST_F(Sequence, LooksCloserAtEveryCaptureThatSucceeded) {
+    screen->fails = [](const Rect& rect) { return rect.width == 900; };
+    recognizer->onRecognize = [](const Image&) { return std::nullopt; };
+    EXPECT_FALSE(run());
+    const std::vector<Size> round = {{1200, 700}, {700, 360}, {520, 280}, {520, 240}, {520, 160}};
+    std::vector<Size> expected = round;
+    expected.push_back({1600, 1000});
+    expected.insert(expected.end(), round.begin(), round.end());
+    EXPECT_EQ(detector->sizes, expected) << "also at those that could not be recognised";
+}
+
 TEST_F(Sequence, SkipsCapturesThatFail) {
     screen->fails = [](const Rect& rect) { return rect.height < 300; };
     recognizer->onRecognize = [](const Image& image) { return centredLine(image, "中文", 1); };

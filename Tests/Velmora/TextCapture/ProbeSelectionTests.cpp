@@ -251,6 +251,21 @@ TEST_F(Selection, EstimatesInTheCorrectedLine) {
     EXPECT_EQ(probe->hoveredCharacterOffset, 0);
 }
 
+TEST_F(Selection, TellsWhereAWordStandsOnTheDesktopAsItIsThen) {
+    addLine("一二三四", {100, 100, 160, 40});
+    const auto screens = std::make_shared<FakeScreens>();
+    flip = DesktopFlip(std::nullopt, screens, 0);
+    const auto element = FakeElement::make();
+    references = {{element, "一二三四"}};
+    const auto probe = select({190, 120});
+    ASSERT_TRUE(probe);
+    EXPECT_EQ(probe->rangeAnchorRect(2, 3), (Rect{1090, 430, 20, 20}));
+    screens->list = {{{0, 0, 1600, 1200}, {0, 0, 1600, 1200}}};
+    EXPECT_EQ(probe->rangeAnchorRect(2, 3), (Rect{1090, 630, 20, 20}));
+    element->onBoundsForRange = [](Utf16Range) { return Rect{1091, 551, 18, 18}; };
+    EXPECT_EQ(probe->rangeAnchorRect(2, 3), (Rect{1091, 631, 18, 18})) << "asked again as well";
+}
+
 TEST_F(Selection, KeepsItsProbeAfterTheRegionIsGone) {
     addLine("一二三四", {100, 100, 160, 40});
     const auto probe = select({190, 120});

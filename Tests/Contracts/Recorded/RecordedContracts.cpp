@@ -6,9 +6,11 @@
 #include "Tests/Support/Contracts/AccessibilityContract.h"
 #include "Tests/Support/Contracts/ScreenCaptureContract.h"
 #include "Tests/Support/Contracts/TextRecognizerContract.h"
+#include "Tests/Support/Contracts/TextRectangleDetectorContract.h"
 #include "Velmora/Platform/Recorded/RecordedAccessibility.h"
 #include "Velmora/Platform/Recorded/RecordedScreenCapture.h"
 #include "Velmora/Platform/Recorded/RecordedTextRecognizer.h"
+#include "Velmora/Platform/Recorded/RecordedTextRectangleDetector.h"
 
 namespace velmora {
 namespace {
@@ -36,6 +38,9 @@ std::shared_ptr<const Recording> recording() {
     made->recognitions = {{Recording::Picture::of(picture()),
                            Point{30, 40},
                            {{{{0.1, 0.5, 0.2, 0.2}, {candidate, candidate}}}}}};
+    made->detections = {
+        {Recording::Picture::of(picture()),
+         std::vector<Recording::Detected>{{{0.1, 0.5, 0.2, 0.2}, {{0.1, 0.5, 0.1, 0.2}}}}}};
     return made;
 }
 
@@ -52,6 +57,14 @@ INSTANTIATE_TEST_SUITE_P(Recorded, TextRecognizerContract,
                              picture,
                              {30, 40},
                              "中文"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Recorded, TextRectangleDetectorContract,
+    ::testing::Values(TextRectangleDetectorSubject{
+        "recorded",
+        [] { return std::make_shared<RecordedTextRectangleDetector>(recording()); },
+        picture,
+        {30, 40}}));
 
 INSTANTIATE_TEST_SUITE_P(Recorded, AccessibilityContract,
                          ::testing::Values(AccessibilitySubject{

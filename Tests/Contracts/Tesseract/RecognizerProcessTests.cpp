@@ -11,6 +11,7 @@
 #include <cerrno>
 #include <chrono>
 #include <csignal>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -159,6 +160,40 @@ TEST(RecognizerProcess, TheWorkerEndsWhenTheProgramIsKilled) {
     EXPECT_TRUE(gone);
     ::close(channel[0]);
     ::close(channel[1]);
+}
+
+/// What the worker is shown stays in memory: it writes no file, dumps no core, says nothing.
+TEST(RecognizerProcess, TheWorkerKeepsPicturesToItself) {
+    RecognizerProcess process({{}, {}, milliseconds(20000)});
+    process.start();
+    ASSERT_TRUE(process.waitUntilReady(longEnough));
+    ASSERT_TRUE(process.read(someLine(), ScriptModel::simplified));
+    const std::filesystem::path worker = "/proc/" + std::to_string(process.processId());
+
+    // One byte is the limit that also keeps a crash from being handed to a collector.
+    std::ifstream limits(worker / "limits");
+    std::string core;
+    for (std::string line; std::getline(limits, line);) {
+        core = line.rfind("Max core file size", 0) == 0 ? line : core;
+    }
+    std::istringstream words(core.substr(std::min(core.size(), std::strlen("Max core file size"))));
+    std::string soft;
+    std::string hard;
+    words >> soft >> hard;
+    EXPECT_EQ(soft, "1");
+    EXPECT_EQ(hard, "1");
+
+    for (const auto& entry : std::filesystem::directory_iterator(worker / "fd")) {
+        const std::string target = std::filesystem::read_symlink(entry.path()).string();
+        const std::string number = entry.path().filename().string();
+        if (number == "0" || number == "1" || number == "2") {
+            EXPECT_EQ(target, "/dev/null") << number;
+        } else if (number == "3") {
+            EXPECT_EQ(target.rfind("socket:", 0), 0U) << target;
+        } else {
+            ADD_FAILURE() << number << " " << target;
+        }
+    }
 }
 
 TEST(RecognizerProcess, TellsWhichDataIsMissing) {

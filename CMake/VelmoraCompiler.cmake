@@ -15,8 +15,19 @@ if(VELMORA_SANITIZE)
     endif()
 endif()
 
+if(VELMORA_PRECOMPILE_HEADERS)
+    if(NOT CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+        message(FATAL_ERROR "VELMORA_PRECOMPILE_HEADERS: clang only")
+    endif()
+    # Headers count as unchanged while their content is; and one reading of them serves programs and
+    # libraries alike.
+    add_compile_options("SHELL:-Xclang -fno-pch-timestamp" -fPIC)
+endif()
+
 find_program(VELMORA_CCACHE ccache)
-if(VELMORA_CCACHE)
+if(VELMORA_CCACHE AND VELMORA_PRECOMPILE_HEADERS)
+    set(CMAKE_CXX_COMPILER_LAUNCHER env CCACHE_SLOPPINESS=pch_defines,time_macros "${VELMORA_CCACHE}")
+elseif(VELMORA_CCACHE)
     set(CMAKE_CXX_COMPILER_LAUNCHER "${VELMORA_CCACHE}")
     set(CMAKE_C_COMPILER_LAUNCHER "${VELMORA_CCACHE}")
 endif()

@@ -29,7 +29,7 @@ class LoadingRecognizer final : public TesseractRecognizer {
     }
 
     void load(std::shared_ptr<const DictionaryStore> dictionary) {
-        if (loading_.joinable()) {
+        if (std::exchange(hasBegun_, true)) {
             return;
         }
         knowsWords_ = dictionary != nullptr;
@@ -76,6 +76,7 @@ class LoadingRecognizer final : public TesseractRecognizer {
         }
     }
 
+    bool hasBegun_ = false;
     std::atomic<bool> ending_ = false;
     bool knowsWords_ = false;
     std::promise<void> started_;

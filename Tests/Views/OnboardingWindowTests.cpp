@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
+#include <QCoreApplication>
+#include <QMouseEvent>
 #include <QPointer>
 #include <QTest>
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 #include <string>
@@ -222,6 +225,25 @@ TEST_F(OnboardingWindowTest, CloseButtonAndEscapeComplete) {
     EXPECT_EQ(completed, 2);
 }
 
+TEST_F(OnboardingWindowTest, TheCloseButtonSaysWhatItIsUnderARestingPointer) {
+    QQuickItem& close = part("close");
+    const auto isSaid = [this] {
+        const auto shown = texts(*window().contentItem());
+        return std::ranges::count(shown, "Close") == 1;
+    };
+    EXPECT_FALSE(isSaid());
+    const QPointF middle = close.mapToScene({15, 15});
+    QMouseEvent rest(QEvent::MouseMove, middle, window().mapToGlobal(middle), Qt::NoButton,
+                     Qt::NoButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&window(), &rest);
+    EXPECT_TRUE(QTest::qWaitFor(isSaid, 30000));
+    const QPointF aside(100, 300);
+    QMouseEvent leave(QEvent::MouseMove, aside, window().mapToGlobal(aside), Qt::NoButton,
+                      Qt::NoButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&window(), &leave);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !isSaid(); }, 30000));
+}
+
 TEST_F(OnboardingWindowTest, TellsOnceThatItClosed) {
     const QPointer<ViewWindow> shown = &window();
     window().close();
@@ -272,8 +294,15 @@ TEST_F(OnboardingWindowTest, AsksForPermissions) {
     clickOn(named(recording, QStringLiteral("request")));
     EXPECT_EQ(world.permissions.requests, 1);
     world.permissions.panes.clear();
+    world.analytics.captured.clear();
     clickOn(named(accessibility, QStringLiteral("openSettings")));
     clickOn(named(recording, QStringLiteral("openSettings")));
+    ASSERT_EQ(world.analytics.captured.size(), 2U);
+    EXPECT_EQ(world.analytics.captured[0].event, AnalyticsEvent::permissionSettingsOpened);
+    EXPECT_EQ(world.analytics.captured[0].properties,
+              (AnalyticsProperties{{"permission", std::string("accessibility")}}));
+    EXPECT_EQ(world.analytics.captured[1].properties,
+              (AnalyticsProperties{{"permission", std::string("screen_recording")}}));
     EXPECT_EQ(world.permissions.panes,
               (std::vector<std::string>{"Privacy_Accessibility", "Privacy_ScreenCapture"}));
     world.permissions.accessibility = true;

@@ -243,7 +243,14 @@ TEST_F(SettingsWindowTest, OpensTheDesktopsSettingsAndCountsIt) {
     clickOn(part("screenRecording", "open"));
     EXPECT_EQ(world.permissions.panes,
               (std::vector<std::string>{"Privacy_Accessibility", "Privacy_ScreenCapture"}));
-    EXPECT_EQ(world.analytics.captured.size(), 2U);
+    ASSERT_EQ(world.analytics.captured.size(), 2U);
+    for (const auto& captured : world.analytics.captured) {
+        EXPECT_EQ(captured.event, AnalyticsEvent::permissionSettingsOpened);
+    }
+    EXPECT_EQ(world.analytics.captured[0].properties,
+              (AnalyticsProperties{{"permission", std::string("accessibility")}}));
+    EXPECT_EQ(world.analytics.captured[1].properties,
+              (AnalyticsProperties{{"permission", std::string("screen_recording")}}));
 }
 
 TEST_F(SettingsWindowTest, TheKeyboardReachesEveryControlInOrder) {

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include <QFont>
 #include <QFontDatabase>
+#include <QFontMetricsF>
 #include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
-#include <QTextOption>
 #include <algorithm>
 #include <array>
 
@@ -40,9 +40,10 @@ QImage drawn(int pixels) {
     painter.scale(static_cast<double>(pixels) / iconSize, static_cast<double>(pixels) / iconSize);
     painter.setFont(iconFont());
     painter.setPen(Qt::white);
-    // One point below the top edge, so that the character stands in the middle.
-    painter.drawText(QRectF(0, 1, iconSize, iconSize), Qt::AlignCenter | Qt::TextDontClip,
-                     QStringLiteral("知"));
+    const QString character = QStringLiteral("知");
+    // By its ink: fonts leave very different room above and below their lines.
+    const QRectF ink = QFontMetricsF(painter.font()).tightBoundingRect(character);
+    painter.drawText(QPointF(iconSize, iconSize) / 2 - ink.center(), character);
     painter.end();
     return image.convertToFormat(QImage::Format_ARGB32);
 }

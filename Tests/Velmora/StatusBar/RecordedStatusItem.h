@@ -14,6 +14,7 @@ class RecordedStatusItem final : public StatusItem {
   public:
     void show(const StatusItemLook& newLook, StatusItemDelegate& newDelegate) override {
         look = newLook;
+        ++shows;
         delegate = &newDelegate;
     }
     void hide() override { delegate = nullptr; }
@@ -52,6 +53,7 @@ class RecordedStatusItem final : public StatusItem {
     std::optional<StatusItemLook> look;
     StatusItemDelegate* delegate = nullptr;
     std::vector<MenuItem> menu;
+    int shows = 0;
     int presses = 0;
     int changes = 0;
 };

@@ -112,6 +112,40 @@ TEST_F(StatusBarControllerTest, TheIconIsAWhiteCharacterOnNothingInSeveralSizes)
     EXPECT_THAT(widths, ::testing::Contains(36));
 }
 
+TEST_F(StatusBarControllerTest, TheCharacterIsAsLargeAsItsFontAndInTheMiddle) {
+    for (const StatusIconPixmap& pixmap : StatusBarController::makeStatusIcon()) {
+        const double scale = pixmap.width / 18.0;
+        int left = pixmap.width;
+        int right = 0;
+        int top = pixmap.height;
+        int bottom = 0;
+        for (int y = 0; y < pixmap.height; ++y) {
+            for (int x = 0; x < pixmap.width; ++x) {
+                const auto place = static_cast<std::size_t>(y * pixmap.width + x);
+                if ((pixmap.pixels[place] >> 24U) > 0x60U) {
+                    left = std::min(left, x);
+                    right = std::max(right, x + 1);
+                    top = std::min(top, y);
+                    bottom = std::max(bottom, y + 1);
+                }
+            }
+        }
+        // The ink of a character of 16 points is a little smaller than the character.
+        EXPECT_NEAR(right - left, 15 * scale, 1.5 * scale) << pixmap.width;
+        EXPECT_NEAR(bottom - top, 15 * scale, 1.5 * scale) << pixmap.width;
+        EXPECT_NEAR((left + right) / 2.0, 9 * scale, 1.2 * scale) << pixmap.width;
+        EXPECT_NEAR((top + bottom) / 2.0, 9 * scale, 1.2 * scale) << pixmap.width;
+    }
+}
+
+TEST_F(StatusBarControllerTest, TheIconStaysAsItIsWhetherHoveringIsOnOrOff) {
+    startHovering();
+    ASSERT_EQ(item.shows, 1);
+    world.model->setHoverLookupEnabled(false);
+    world.model->setHoverLookupEnabled(true);
+    EXPECT_EQ(item.shows, 1);
+}
+
 TEST_F(StatusBarControllerTest, AFreshMenuHasItsEntriesInOrder) {
     start();
     item.open();

@@ -131,7 +131,6 @@ TEST_F(NetworkHttpFetcherTests, GivesUpAnAnswerThatComesByteByByte) {
     slow = &server;
     mostSeconds = 1;
     EXPECT_EQ(fetch(server.url("/feed"), 1 << 20).error, "it takes too long");
-    EXPECT_GT(received, 5) << "it was never idle";
 }
 
 TEST_F(NetworkHttpFetcherTests, ReportsWhatTheServerSaysIsWrong) {

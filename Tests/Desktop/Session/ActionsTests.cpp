@@ -15,9 +15,23 @@
 namespace velmora::test {
 namespace {
 
+constexpr const char* desktopFile = VELMORA_SOURCE_FOLDER "/Packaging/com.velmora.Velmora.desktop";
+
+/// The class of windows by which desktops know whose they are, as the desktop file has it.
+std::string windowClass() {
+    std::ifstream file(desktopFile);
+    const std::string key = "StartupWMClass=";
+    for (std::string line; std::getline(file, line);) {
+        if (line.starts_with(key)) {
+            return line.substr(key.size());
+        }
+    }
+    return {};
+}
+
 /// The command of each action by its name, the program's own name left out.
 std::map<std::string, std::vector<std::string>> actions() {
-    std::ifstream file(VELMORA_SOURCE_FOLDER "/Packaging/com.velmora.Velmora.desktop");
+    std::ifstream file(desktopFile);
     std::map<std::string, std::vector<std::string>> found;
     const std::string group = "[Desktop Action ";
     std::string action;
@@ -56,6 +70,9 @@ TEST(SessionTest, theActionsOfTheDesktopFileReachTheProgram) {
 
     EXPECT_EQ(run("settings").status, 0);
     EXPECT_TRUE(isShown("Velmora Settings"));
+    EXPECT_NE(desktop.run({"xprop", "-name", "Velmora Settings", "WM_CLASS"})
+                  .find(", \"" + windowClass() + "\""),
+              std::string::npos);
     EXPECT_EQ(run("onboarding").status, 0);
     EXPECT_TRUE(isShown("Velmora Onboarding"));
     EXPECT_EQ(run("toggle").output, "Hover lookup off\n");

@@ -4,9 +4,9 @@
 #include <cstdlib>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
+#include "Fuzz/Lines.h"
 #include "VelmoraCore/CanonicalText.h"
 #include "VelmoraCore/CharacterText.h"
 #include "VelmoraCore/OCRTextCorrector.h"
@@ -63,13 +63,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (size > 600) {
         return 0;
     }
-    std::string_view rest(reinterpret_cast<const char*>(data), size);
-    std::vector<std::string> lines;
-    while (!rest.empty()) {
-        const std::string_view line = rest.substr(0, rest.find('\n'));
-        lines.emplace_back(line);
-        rest.remove_prefix(std::min(line.size() + 1, rest.size()));
-    }
+    std::vector<std::string> lines = linesOf(data, size);
     if (lines.empty()) {
         return 0;
     }

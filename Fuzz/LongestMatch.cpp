@@ -2,9 +2,9 @@
 #include <cstdint>
 #include <cstdlib>
 #include <string>
-#include <string_view>
 #include <vector>
 
+#include "Fuzz/Lines.h"
 #include "VelmoraCore/CanonicalText.h"
 #include "VelmoraCore/DictionaryStore.h"
 
@@ -36,12 +36,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (size > 400) {
         return 0;
     }
-    std::string_view rest(reinterpret_cast<const char*>(data), size);
     std::vector<CharacterText> lines;
-    while (!rest.empty()) {
-        const std::string_view line = rest.substr(0, rest.find('\n'));
+    for (const std::string& line : linesOf(data, size)) {
         lines.emplace_back(line);
-        rest.remove_prefix(std::min(line.size() + 1, rest.size()));
     }
     if (lines.empty()) {
         return 0;

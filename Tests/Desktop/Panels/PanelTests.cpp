@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "Tests/Desktop/Support/GuiTestRun.h"
 #include "Tests/Support/VirtualDesktop/VirtualDesktop.h"
 #include "Tests/Views/FakeAppearance.h"
 #include "Tests/Views/FakeCompositor.h"
@@ -401,12 +402,5 @@ int main(int argc, char** argv) {
     virtualDesktop.enter();
     velmora::test::desktop = &virtualDesktop;
     qputenv("QT_QPA_PLATFORM", "xcb");
-    velmora::ViewEngine::registerPresentation();
-    int result = 0;
-    {
-        const QGuiApplication application(argc, argv);
-        QGuiApplication::setQuitOnLastWindowClosed(false);
-        result = RUN_ALL_TESTS();
-    }
-    return result;
+    return velmora::test::runGuiTests(argc, argv);
 }

@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
-#include <QGuiApplication>
-
+#include "Tests/Desktop/Support/GuiTestRun.h"
 #include "Tests/Desktop/Windows/WindowDesktop.h"
-#include "Velmora/Presentation/ViewEngine.h"
 
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
@@ -15,12 +13,5 @@ int main(int argc, char** argv) {
     desktop.enter();
     WindowDesktop::set(&desktop);
     qputenv("QSG_RENDER_LOOP", "basic");
-    velmora::ViewEngine::registerPresentation();
-    int result = 0;
-    {
-        const QGuiApplication application(argc, argv);
-        QGuiApplication::setQuitOnLastWindowClosed(false);
-        result = RUN_ALL_TESTS();
-    }
-    return result;
+    return velmora::test::runGuiTests(argc, argv);
 }

@@ -51,6 +51,7 @@
 #include "Velmora/Presentation/UpdateWindowController.h"
 #include "Velmora/Presentation/ViewEngine.h"
 #include "Velmora/TextCapture/AccessibilityTextExtractor.h"
+#include "Velmora/TextCapture/LiveCapture.h"
 #include "Velmora/WatchedApplication.h"
 #include "VelmoraCore/BundledDictionary.h"
 #include "VelmoraCore/resource_bundle_accessor.h"
@@ -203,6 +204,17 @@ class Application {
                (recognition.isBroken() ? "\nText recognition: " + recognition.description : "");
     }
 
+    /// Captures as usual, and tells the log of every one.
+    ExtractorConfiguration extractorConfiguration() const {
+        ExtractorConfiguration configuration;
+        configuration.capture = [live = LiveCapture(backends_.screenCapture)](Point pointer,
+                                                                              Size size) {
+            noteHoverTime("captured");
+            return live(pointer, size);
+        };
+        return configuration;
+    }
+
     static QALog::Configuration qaLogConfiguration() {
         return QALog::Configuration::fromEnvironment(environmentVariable, xdg::dataHome());
     }
@@ -226,7 +238,7 @@ class Application {
     SpeechService speech_{synthesizer_};
     LookupEngine engine_;
     std::shared_ptr<AccessibilityTextExtractor> extractor_ =
-        AccessibilityTextExtractor::create(extractionServices());
+        AccessibilityTextExtractor::create(extractionServices(), extractorConfiguration());
     Theme theme_{*backends_.appearance, *backends_.compositor};
     ViewEngine views_{theme_};
     PopoverPanelController popover_{speech_, *backends_.screenGeometry, views_};
@@ -241,8 +253,7 @@ class Application {
     DesktopPackageInstaller installer_ = packageInstaller();
     SerialWorkerQueue updateQueue_{"com.velmora.updates"};
     SoftwareUpdateController softwareUpdates_{
-        {VELMORA_UPDATE_FEED_URL, VELMORA_UPDATE_PUBLIC_KEY, VELMORA_VERSION,
-         VELMORA_BUILD_NUMBER},
+        {VELMORA_UPDATE_FEED_URL, VELMORA_UPDATE_PUBLIC_KEY, VELMORA_VERSION, VELMORA_BUILD_NUMBER},
         {fetcher_, verifier_, installer_, *clock_, updateWindow_, updateQueue_, *mainQueue_}};
     FinishedQueue finishedUpdates_{updateQueue_};
     std::unique_ptr<StatusItem> statusItem_;

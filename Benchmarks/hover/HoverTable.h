@@ -16,8 +16,9 @@ struct ProgramFigures {
     std::string failure;  ///< Why there are no figures; empty where there are.
     int hovers = 0;
     int right = 0;
-    std::vector<double> milliseconds;        ///< From the dwell timer to the popover's first frame.
-    std::vector<std::string> wrong;          ///< What was shown instead, for the log.
+    std::vector<double> milliseconds;    ///< From the dwell timer to the popover's first frame.
+    std::vector<double> acceptedAtOnce;  ///< Of these, where one capture of the screen was enough.
+    std::vector<std::string> wrong;      ///< What was shown instead, for the log.
     std::vector<double> cachedMilliseconds;  ///< The same beside a place that was just read.
     double readyMilliseconds = 0;
     double residentMegabytes = 0;

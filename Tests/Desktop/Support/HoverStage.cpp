@@ -185,12 +185,17 @@ Hover HoverStage::hover(Point place) {
             [&] {
                 const auto moments = velmora_->moments();
                 std::optional<std::int64_t> dwell;
+                int captures = 0;
                 for (std::size_t i = momentsBefore; i < moments.size(); ++i) {
                     if (moments[i].name == "dwell") {
                         dwell = moments[i].microseconds;
+                        captures = 0;
+                    } else if (moments[i].name == "captured") {
+                        ++captures;
                     } else if (moments[i].name == "painted" && dwell) {
                         result.milliseconds =
                             static_cast<double>(moments[i].microseconds - *dwell) / 1000.0;
+                        result.captures = captures;
                     }
                 }
                 return result.milliseconds.has_value();

@@ -23,6 +23,7 @@ struct Hover {
     std::optional<Rect> popover;    ///< The frame of the popover's window.
     /// From the dwell timer to the first frame of the popover; nothing where none was painted.
     std::optional<double> milliseconds;
+    int captures = 0;  ///< Of the screen, between these two.
 
     /// The word that was shown; empty where none was.
     std::string word() const;

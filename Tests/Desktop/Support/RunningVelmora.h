@@ -17,7 +17,7 @@ namespace velmora::test {
 class RunningVelmora {
   public:
     struct Moment {
-        std::string name;  ///< "dwell", "painted", "ready".
+        std::string name;  ///< "dwell", "captured", "painted", "ready".
         std::int64_t microseconds = 0;
     };
 

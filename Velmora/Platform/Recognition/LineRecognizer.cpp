@@ -128,7 +128,7 @@ bool hasHan(const PlacedLine& line) {
 }  // namespace
 
 ReadLine LineRecognizer::recognize(const FoundLines& found, const TextLine& line,
-                                   std::optional<double> focus) {
+                                   std::optional<double> focus, LineEffort effort) {
     applyLearnedScript();
     ReadLine result;
     result.box = focus ? clipAround(found, line.box, *focus) : line.box;
@@ -142,7 +142,7 @@ ReadLine LineRecognizer::recognize(const FoundLines& found, const TextLine& line
         result.candidates.push_back({std::move(characters), confidence});
         return result;
     }
-    if (!recognizeByGlyphs(found, characters, *focus, result)) {
+    if (!recognizeByGlyphs(found, characters, *focus, effort, result)) {
         recognizeByReadings(found, std::move(characters), *focus, result);
     }
     return result;
@@ -151,7 +151,7 @@ ReadLine LineRecognizer::recognize(const FoundLines& found, const TextLine& line
 /// One reading and the forms of its characters; further readings only where these leave doubts.
 /// False where no forms are at hand.
 bool LineRecognizer::recognizeByGlyphs(const FoundLines& found, PlacedLine& characters,
-                                       double focus, ReadLine& result) {
+                                       double focus, LineEffort effort, ReadLine& result) {
     const int height = result.box.height();
     ReadingWindow window =
         windowAround(result.box, characters, characterAt(characters, focus, height));
@@ -167,7 +167,7 @@ bool LineRecognizer::recognizeByGlyphs(const FoundLines& found, PlacedLine& char
             learnScript(found, window, characters, agreement(first, characters, window));
             judgeBeside(found, characters, window, focus, *verdict);
         }
-    } else if (isDoubtful) {
+    } else if (isDoubtful && effort == LineEffort::full) {
         if (!verdict->settled) {
             beginBox(found, window.box, secondInkHeight, script_);
         }

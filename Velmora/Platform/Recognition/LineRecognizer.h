@@ -27,6 +27,9 @@ struct ReadLine {
     std::vector<LineCandidate> candidates;
 };
 
+/// Whether a line that leaves doubts is read again to settle them.
+enum class LineEffort { once, full };
+
 /// Reads one found line with the model of the script that the screen was last in. Around the point
 /// of interest every character is then compared with the forms that fonts have, and further
 /// readings are made only where that leaves doubts. Where no forms are at hand, three readings are
@@ -43,7 +46,8 @@ class LineRecognizer {
     void setWords(const WordPatterns* words) { words_ = words; }
 
     /// `focus` is a column of the picture; without it the line is read once, as a whole.
-    ReadLine recognize(const FoundLines& found, const TextLine& line, std::optional<double> focus);
+    ReadLine recognize(const FoundLines& found, const TextLine& line, std::optional<double> focus,
+                       LineEffort effort = LineEffort::full);
 
   private:
     static constexpr double firstInkHeight = 33;  ///< Pixels that a line is brought to.
@@ -52,7 +56,7 @@ class LineRecognizer {
                        ScriptModel model);
     ReadingWindow windowAround(const PixelBox& box, const PlacedLine& line, int focus) const;
     bool recognizeByGlyphs(const FoundLines& found, PlacedLine& characters, double focus,
-                           ReadLine& result);
+                           LineEffort effort, ReadLine& result);
     void recognizeByReadings(const FoundLines& found, PlacedLine characters, double focus,
                              ReadLine& result);
     bool beginBox(const FoundLines& found, const PixelBox& box, double inkHeight,

@@ -174,7 +174,7 @@ std::optional<std::vector<TextObservation>> TesseractRecognizer::verify(
 }
 
 /// On a plain surface the lines are read as they stand; on a picture they may be outlined. What is
-/// less likely is tried where the other does not convince.
+/// less likely is tried where the other does not convince, before either is read more than once.
 void TesseractRecognizer::readNear(Job& job, Point point) {
     const PixelBox area = areaAround(job.image, point);
     job.left = area.left;
@@ -185,20 +185,31 @@ void TesseractRecognizer::readNear(Job& job, Point point) {
     const auto y = static_cast<int>(inside.y);
     const PixelBox around{x - surfaceAcross, y - surfaceDown, x + surfaceAcross, y + surfaceDown};
     const double flatness = backgroundFlatness(gray, around);
-    const auto readPlain = [&] { readLines(job, findLines(gray, inside), inside); };
-    const auto readOutlined = [&] {
-        readLines(job, findLines(outlinedTextCore(job.image, area), inside), inside);
-    };
     const bool plainFirst =
         flatness >= plainSurface || flatnessOfTwoSurfaces(gray, around) >= bareSurface;
-    plainFirst ? readPlain() : readOutlined();
-    if (bestConfidence(job.observations) >= convincing || flatness >= bareSurface) {
+    const bool isPicture = flatness < bareSurface;
+    std::optional<FoundLines> plain;
+    std::optional<FoundLines> outlined;
+    const auto attempt = [&](bool asPlain, LineEffort effort) {
+        std::optional<FoundLines>& lines = asPlain ? plain : outlined;
+        if (!lines) {
+            lines = findLines(asPlain ? gray : outlinedTextCore(job.image, area), inside);
+        }
+        std::vector<TextObservation> before = std::exchange(job.observations, {});
+        readLines(job, *lines, inside, effort);
+        if (bestConfidence(before) >= bestConfidence(job.observations)) {
+            job.observations = std::move(before);
+        }
+        return bestConfidence(job.observations) >= convincing;
+    };
+    if (!isPicture) {
+        attempt(plainFirst, LineEffort::full);
         return;
     }
-    std::vector<TextObservation> first = std::exchange(job.observations, {});
-    plainFirst ? readOutlined() : readPlain();
-    if (bestConfidence(first) >= bestConfidence(job.observations)) {
-        job.observations = std::move(first);
+    for (const LineEffort effort : {LineEffort::once, LineEffort::full}) {
+        if (attempt(plainFirst, effort) || attempt(!plainFirst, effort)) {
+            return;
+        }
     }
 }
 
@@ -219,11 +230,12 @@ void TesseractRecognizer::readAll(Job& job) {
             const int middle = strip.top + (line.box.top + line.box.bottom) / 2;
             return middle < top || middle >= top + stripHeight;
         });
-        readLines(job, found, std::nullopt);
+        readLines(job, found, std::nullopt, LineEffort::full);
     }
 }
 
-void TesseractRecognizer::readLines(Job& job, const FoundLines& found, std::optional<Point> point) {
+void TesseractRecognizer::readLines(Job& job, const FoundLines& found, std::optional<Point> point,
+                                    LineEffort effort) {
     std::vector<TextLine> lines = found.lines;
     if (point) {
         std::erase_if(
@@ -238,7 +250,7 @@ void TesseractRecognizer::readLines(Job& job, const FoundLines& found, std::opti
             return;
         }
         const ReadLine read =
-            lines_->recognize(found, line, point ? std::optional(point->x) : std::nullopt);
+            lines_->recognize(found, line, point ? std::optional(point->x) : std::nullopt, effort);
         const PixelBox box = read.box.movedBy(job.left, job.top);
         TextObservation observation;
         observation.boundingBox = normalizedBox(box, job.image.width(), job.image.height());

@@ -17,6 +17,7 @@
 namespace velmora {
 
 class LineRecognizer;
+enum class LineEffort;
 class RecognizerProcess;
 class RememberingLineReader;
 struct FoundLines;
@@ -71,7 +72,8 @@ class TesseractRecognizer : public TextRecognizer {
 
     void readNear(Job& job, Point point);
     void readAll(Job& job);
-    void readLines(Job& job, const FoundLines& found, std::optional<Point> point);
+    void readLines(Job& job, const FoundLines& found, std::optional<Point> point,
+                   LineEffort effort);
 
     std::unique_ptr<RecognizerProcess> process_;
     std::unique_ptr<RememberingLineReader> reader_;

@@ -24,6 +24,11 @@ const GrayImage* GlyphDrawings::drawing(Lane lane, char32_t character, const Gly
     return known->second ? &*known->second : nullptr;
 }
 
+void GlyphDrawings::rest() {
+    tidy();
+    companionsFonts_.close();
+}
+
 void GlyphDrawings::tidy() {
     const std::lock_guard lock(mutex_);
     if (drawings_.size() >= mostDrawings) {

@@ -29,6 +29,9 @@ class GlyphDrawings {
     /// Drops the drawings once they are many. Not while somebody draws.
     void tidy();
 
+    /// The same, and keeps only one of the two threads' fonts open.
+    void rest();
+
   private:
     using Key = std::pair<char32_t, std::uint64_t>;
 

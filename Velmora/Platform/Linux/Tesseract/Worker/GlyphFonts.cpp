@@ -134,6 +134,10 @@ const std::vector<FontFace>& GlyphFonts::faces() const {
     return implementation_->faces;
 }
 
+void GlyphFonts::close() {
+    implementation_->open.clear();
+}
+
 std::optional<GrayImage> GlyphFonts::draw(char32_t character, const GlyphStyle& style) {
     Implementation& fonts = *implementation_;
     if (fonts.library == nullptr || style.face >= fonts.faces.size() || !(style.size >= 4) ||

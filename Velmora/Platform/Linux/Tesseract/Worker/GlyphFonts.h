@@ -58,6 +58,9 @@ class GlyphFonts {
     /// lacks it or the character has no ink.
     std::optional<GrayImage> draw(char32_t character, const GlyphStyle& style);
 
+    /// Closes the fonts until they are drawn with again.
+    void close();
+
   private:
     struct Implementation;
     std::unique_ptr<Implementation> implementation_;

@@ -79,9 +79,10 @@ std::optional<MatchedCells> GlyphLibrary::match(const CellsToMatch& request) {
     return matcher_ ? std::optional(matcher_->match(request, *store_)) : std::nullopt;
 }
 
-void GlyphLibrary::rest() const {
+void GlyphLibrary::rest() {
     if (store_) {
         store_->rest();
+        matcher_->rest();
     }
 }
 

@@ -30,7 +30,7 @@ class GlyphLibrary {
     std::optional<MatchedCells> match(const CellsToMatch& request);
 
     /// To be called when nothing is asked for: keeps what is slow to make, and no more.
-    void rest() const;
+    void rest();
 
   private:
     void prepare(const KnowGlyphsRequest& request);

@@ -28,6 +28,9 @@ class GlyphMatcher {
 
     MatchedCells match(const CellsToMatch& request, const GlyphStore& store);
 
+    /// Gives back what is soon had again.
+    void rest() { drawings_.rest(); }
+
   private:
     /// A cell on its way.
     struct Ink {

@@ -160,6 +160,8 @@ int main(int count, char** arguments) {
         return ::write(STDERR_FILENO, explanation, sizeof(explanation) - 1) < 0 ? 1 : 2;
     }
     requireSingleThread(arguments);
+    // Each thread's own share of the heap would keep what the other one could use.
+    ::mallopt(M_ARENA_MAX, 1);
     confine();
     Worker worker;
     if (worker.load(arguments[1], arguments[2])) {

@@ -99,7 +99,7 @@ void SoftwareUpdateController::scheduleCheck(double seconds) {
 }
 
 void SoftwareUpdateController::fetchFeed() {
-    if (feedFetch_) {
+    if (feedFetch_ || reading_) {
         return;
     }
     HttpFetcher::Request request;
@@ -108,10 +108,10 @@ void SoftwareUpdateController::fetchFeed() {
     request.mostBytes = mostFeedBytes;
     feedFetch_ = services_.fetcher.fetch(
         request, [](std::int64_t) {},
-        [this](const HttpFetcher::Answer& answer) { feedArrived(answer); });
+        [this](HttpFetcher::Answer answer) { feedArrived(std::move(answer)); });
 }
 
-void SoftwareUpdateController::feedArrived(const HttpFetcher::Answer& answer) {
+void SoftwareUpdateController::feedArrived(HttpFetcher::Answer answer) {
     feedFetch_.reset();
     if (answer.notModified) {
         showOutcome({});
@@ -121,12 +121,30 @@ void SoftwareUpdateController::feedArrived(const HttpFetcher::Answer& answer) {
         showOutcome("The update feed could not be read: " + answer.error);
         return;
     }
-    const auto items = AppcastParser::parse(answer.body);
+    // A long feed takes longer to read than the main thread may be kept.
+    reading_ = std::make_shared<const bool>(true);
+    services_.worker.async([this, wish = std::weak_ptr(reading_), answer = std::move(answer),
+                            mainQueue = &services_.mainQueue] {
+        if (wish.expired()) {
+            return;
+        }
+        mainQueue->post(
+            [this, wish, items = AppcastParser::parse(answer.body), entityTag = answer.entityTag] {
+                if (!wish.expired()) {
+                    feedRead(items, entityTag);
+                }
+            });
+    });
+}
+
+void SoftwareUpdateController::feedRead(const std::optional<std::vector<AppcastItem>>& items,
+                                        const std::string& entityTag) {
+    reading_.reset();
     if (!items) {
         showOutcome("The update feed is damaged.");
         return;
     }
-    feedEntityTag_ = answer.entityTag;
+    feedEntityTag_ = entityTag;
     setBestItem(newestUpdate(*items, configuration_.comparedVersion()));
     showOutcome({});
 }

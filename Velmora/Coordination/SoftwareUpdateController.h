@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "Velmora/Coordination/SoftwareUpdating.h"
 #include "Velmora/Coordination/Updates/AppcastItem.h"
@@ -30,7 +31,7 @@ class SoftwareUpdateController final : public SoftwareUpdating {
         PackageInstaller& installer;
         Clock& clock;
         UpdatePresenting& window;
-        SerialQueue& worker;  ///< Where packages are verified and stored: both may take a while.
+        SerialQueue& worker;  ///< Where feeds are read, packages verified and stored.
         MainQueue& mainQueue;
     };
 
@@ -53,7 +54,9 @@ class SoftwareUpdateController final : public SoftwareUpdating {
 
     void scheduleCheck(double seconds);
     void fetchFeed();
-    void feedArrived(const HttpFetcher::Answer& answer);
+    void feedArrived(HttpFetcher::Answer answer);
+    void feedRead(const std::optional<std::vector<AppcastItem>>& items,
+                  const std::string& entityTag);
     void setBestItem(std::optional<AppcastItem> item);
     void showOutcome(const std::string& failure);
     void install();
@@ -74,7 +77,8 @@ class SoftwareUpdateController final : public SoftwareUpdating {
     std::unique_ptr<HttpFetch> packageFetch_;
     std::unique_ptr<OneShotTimer> timer_;
 
-    /// Work on the queue asks this whether we and the user's wish still exist.
+    /// Work on the queue asks these whether we and the user's wish still exist.
+    std::shared_ptr<const bool> reading_;
     std::shared_ptr<const bool> handOver_;
 };
 

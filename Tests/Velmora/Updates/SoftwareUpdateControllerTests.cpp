@@ -111,6 +111,12 @@ class SoftwareUpdateControllerTests : public testing::Test {
                 {fetcher, verifier, installer, clock, window, worker, mainQueue}};
     }
 
+    /// A feed arrives and is read.
+    void answerFeed(std::string body, std::string entityTag = {}) {
+        fetcher.answer(std::move(body), std::move(entityTag));
+        finishWork();
+    }
+
     void finishWork() {
         worker.run();
         mainQueue.runAll();
@@ -131,7 +137,7 @@ TEST_F(SoftwareUpdateControllerTests, FetchesNothingAtStartAndThenOnceADay) {
     clock.advance(60);
     ASSERT_EQ(fetcher.fetches.size(), 1U);
     EXPECT_EQ(fetcher.fetches[0]->request.url, "https://updates.example/feed");
-    fetcher.answer(feed(""));
+    answerFeed(feed(""));
     clock.advance(24 * 60 * 60 - 1);
     EXPECT_EQ(fetcher.fetches.size(), 1U);
     clock.advance(1);
@@ -142,7 +148,7 @@ TEST_F(SoftwareUpdateControllerTests, AsksOnlyForWhatIsNewByTheEntityTag) {
     auto made = controller();
     clock.advance(60);
     EXPECT_EQ(fetcher.fetches[0]->request.entityTag, "");
-    fetcher.answer(feed(item("2.0", "p")), "\"tag\"");
+    answerFeed(feed(item("2.0", "p")), "\"tag\"");
     clock.advance(24 * 60 * 60);
     EXPECT_EQ(fetcher.fetches[1]->request.entityTag, "\"tag\"");
     HttpFetcher::Answer unchanged;
@@ -156,7 +162,7 @@ TEST_F(SoftwareUpdateControllerTests, PublishesTheNewestVersionByItsDisplayName)
     std::vector<std::optional<std::string>> seen;
     made.observeAvailableUpdateVersion([&](const auto& version) { seen.push_back(version); });
     clock.advance(60);
-    fetcher.answer(feed(item("1.5", "a") + item("3.0", "b", "Three") + item("2.0", "c")));
+    answerFeed(feed(item("1.5", "a") + item("3.0", "b", "Three") + item("2.0", "c")));
     EXPECT_EQ(seen, (std::vector<std::optional<std::string>>{std::nullopt, "Three"}));
     EXPECT_FALSE(window.isShown);
 }
@@ -164,29 +170,29 @@ TEST_F(SoftwareUpdateControllerTests, PublishesTheNewestVersionByItsDisplayName)
 TEST_F(SoftwareUpdateControllerTests, OffersNeitherTheSameNorAnOlderVersion) {
     auto made = controller();
     clock.advance(60);
-    fetcher.answer(feed(item("1.0", "a") + item("0.9", "b") + item("1.0b2", "c")));
+    answerFeed(feed(item("1.0", "a") + item("0.9", "b") + item("1.0b2", "c")));
     EXPECT_EQ(made.availableUpdateVersion(), std::nullopt);
 }
 
 TEST_F(SoftwareUpdateControllerTests, ForgetsTheVersionWhenTheFeedNoLongerHasIt) {
     auto made = controller();
     clock.advance(60);
-    fetcher.answer(feed(item("2.0", "a")));
+    answerFeed(feed(item("2.0", "a")));
     EXPECT_EQ(made.availableUpdateVersion(), "2.0");
     clock.advance(24 * 60 * 60);
-    fetcher.answer(feed(""));
+    answerFeed(feed(""));
     EXPECT_EQ(made.availableUpdateVersion(), std::nullopt);
 }
 
 TEST_F(SoftwareUpdateControllerTests, KeepsTheVersionWhenACheckFails) {
     auto made = controller();
     clock.advance(60);
-    fetcher.answer(feed(item("2.0", "a")));
+    answerFeed(feed(item("2.0", "a")));
     clock.advance(24 * 60 * 60);
     fetcher.fail("no network");
     EXPECT_EQ(made.availableUpdateVersion(), "2.0");
     clock.advance(24 * 60 * 60);
-    fetcher.answer("<rss><chan");
+    answerFeed("<rss><chan");
     EXPECT_EQ(made.availableUpdateVersion(), "2.0");
     EXPECT_FALSE(window.isShown);
 }
@@ -217,7 +223,7 @@ TEST_F(SoftwareUpdateControllerTests, TellsTheUserWhoAskedThatAllIsNew) {
     auto made = controller();
     made.checkForUpdates();
     EXPECT_EQ(window.state.phase, Phase::checking);
-    fetcher.answer(feed(""));
+    answerFeed(feed(""));
     EXPECT_EQ(window.state.phase, Phase::message);
     EXPECT_EQ(window.state.message, "Velmora 1.0 is the newest version.");
 }
@@ -228,14 +234,14 @@ TEST_F(SoftwareUpdateControllerTests, TellsTheUserWhoAskedWhatWentWrong) {
     fetcher.fail("host not found");
     EXPECT_EQ(window.state.message, "The update feed could not be read: host not found");
     made.checkForUpdates();
-    fetcher.answer("<html/>");
+    answerFeed("<html/>");
     EXPECT_EQ(window.state.message, "The update feed is damaged.");
 }
 
 TEST_F(SoftwareUpdateControllerTests, InstallsAPackageThatIsGenuine) {
     auto made = controller();
     made.checkForUpdates();
-    fetcher.answer(feed(item("2.0", "package")));
+    answerFeed(feed(item("2.0", "package")));
     EXPECT_EQ(window.state.phase, Phase::available);
     EXPECT_EQ(window.state.version, "2.0");
     EXPECT_EQ(window.state.releaseNotes, "Notes of 2.0");
@@ -257,7 +263,7 @@ TEST_F(SoftwareUpdateControllerTests, ThrowsAwayWhatIsNotGenuine) {
     for (const std::string body : {"pAckage", "packag", ""}) {
         auto made = controller();
         made.checkForUpdates();
-        fetcher.answer(feed(item("2.0", "package")));
+        answerFeed(feed(item("2.0", "package")));
         window.pressInstall();
         fetcher.answer(body);
         finishWork();
@@ -271,7 +277,7 @@ TEST_F(SoftwareUpdateControllerTests, SaysWhyAPackageCouldNotBeHandedOver) {
     installer.failure = "There is no installer.";
     auto made = controller();
     made.checkForUpdates();
-    fetcher.answer(feed(item("2.0", "package")));
+    answerFeed(feed(item("2.0", "package")));
     window.pressInstall();
     fetcher.answer("package");
     finishWork();
@@ -281,7 +287,7 @@ TEST_F(SoftwareUpdateControllerTests, SaysWhyAPackageCouldNotBeHandedOver) {
 TEST_F(SoftwareUpdateControllerTests, CancelsTheDownloadOnLater) {
     auto made = controller();
     made.checkForUpdates();
-    fetcher.answer(feed(item("2.0", "package")));
+    answerFeed(feed(item("2.0", "package")));
     window.pressInstall();
     const auto download = fetcher.fetches.back();
     window.pressLater();
@@ -292,7 +298,7 @@ TEST_F(SoftwareUpdateControllerTests, CancelsTheDownloadOnLater) {
 TEST_F(SoftwareUpdateControllerTests, InstallsNothingAfterLater) {
     auto made = controller();
     made.checkForUpdates();
-    fetcher.answer(feed(item("2.0", "package")));
+    answerFeed(feed(item("2.0", "package")));
     window.pressInstall();
     fetcher.answer("package");
     window.pressLater();
@@ -304,12 +310,12 @@ TEST_F(SoftwareUpdateControllerTests, ACheckDuringADownloadChangesNothingOfIt) {
     for (const std::string& later : {feed(""), feed(item("3.0", "another"))}) {
         auto made = controller();
         made.checkForUpdates();
-        fetcher.answer(feed(item("2.0", "package")));
+        answerFeed(feed(item("2.0", "package")));
         window.pressInstall();
         const auto download = fetcher.fetches.back();
         clock.advance(60);
         ASSERT_NE(fetcher.fetches.back(), download) << "the daily check is due";
-        fetcher.answer(later);
+        answerFeed(later);
         EXPECT_NE(made.availableUpdateVersion(), "2.0");
         download->progress(3);
         EXPECT_EQ(window.state.version, "2.0");
@@ -326,9 +332,9 @@ TEST_F(SoftwareUpdateControllerTests, ACheckDuringADownloadChangesNothingOfIt) {
 TEST_F(SoftwareUpdateControllerTests, InstallsWhatTheWindowOffersThoughTheFeedMovesOn) {
     auto made = controller();
     made.checkForUpdates();
-    fetcher.answer(feed(item("2.0", "package")));
+    answerFeed(feed(item("2.0", "package")));
     clock.advance(60);
-    fetcher.answer(feed(item("3.0", "another")));
+    answerFeed(feed(item("3.0", "another")));
     EXPECT_EQ(made.availableUpdateVersion(), "3.0");
     window.pressInstall();
     EXPECT_EQ(fetcher.fetches.back()->request.url, "https://updates.example/files/velmora-2.0.deb");
@@ -340,10 +346,10 @@ TEST_F(SoftwareUpdateControllerTests, InstallsWhatTheWindowOffersThoughTheFeedMo
 TEST_F(SoftwareUpdateControllerTests, WherePackagersCountBuildsTheFeedsVersionsAreBuilds) {
     auto made = controller({"https://updates.example/feed", "key", "1.0", "120"});
     made.checkForUpdates();
-    fetcher.answer(feed(item("119", "a", "0.9") + item("120", "b", "1.0")));
+    answerFeed(feed(item("119", "a", "0.9") + item("120", "b", "1.0")));
     EXPECT_EQ(window.state.message, "Velmora 1.0 is the newest version.");
     made.checkForUpdates();
-    fetcher.answer(feed(item("121", "a", "1.1")));
+    answerFeed(feed(item("121", "a", "1.1")));
     EXPECT_EQ(made.availableUpdateVersion(), "1.1");
 }
 
@@ -352,7 +358,7 @@ TEST_F(SoftwareUpdateControllerTests, FetchesAreBoundedInSizeAndTime) {
     made.checkForUpdates();
     EXPECT_EQ(fetcher.fetches.back()->request.mostBytes, 1 << 20);
     EXPECT_EQ(fetcher.fetches.back()->request.mostSeconds, 120);
-    fetcher.answer(feed(item("2.0", "package")));
+    answerFeed(feed(item("2.0", "package")));
     window.pressInstall();
     EXPECT_EQ(fetcher.fetches.back()->request.mostBytes, 7);
     EXPECT_EQ(fetcher.fetches.back()->request.mostSeconds, 4 * 60 * 60);
@@ -361,7 +367,7 @@ TEST_F(SoftwareUpdateControllerTests, FetchesAreBoundedInSizeAndTime) {
 TEST_F(SoftwareUpdateControllerTests, RefusesAPackageBeyondAllMeasure) {
     auto made = controller();
     made.checkForUpdates();
-    fetcher.answer(
+    answerFeed(
         feed("<item><u:version>2</u:version><enclosure url=\"https://u.example/p\" "
              "length=\"99999999999\" u:edSignature=\"s\"/></item>"));
     window.pressInstall();

@@ -3,6 +3,8 @@
 #include <QElapsedTimer>
 #include <QLoggingCategory>
 #include <QPointer>
+#include <QSslConfiguration>
+#include <QSslSocket>
 #include <QThreadPool>
 #include <cstdio>
 #include <cstdlib>
@@ -102,6 +104,19 @@ std::future<std::shared_ptr<const DictionaryStore>> loadDictionary() {
     return std::async(std::launch::async, [] { return BundledDictionary::store(); });
 }
 
+/// The first transfer would make the main thread wait until the toolkit has read what it needs for
+/// encryption, certificates among it; another thread reads it ahead where there will be transfers.
+std::future<void> prepareTransfers() {
+    const ProductInformation product = productInformation();
+    const char* const token = "VELMORA_POSTHOG_TOKEN";
+    const bool isNeeded = !std::string(VELMORA_UPDATE_FEED_URL).empty() ||
+                          product.informationValue(token) || product.environmentValue(token);
+    return !isNeeded ? std::future<void>() : std::async(std::launch::async, [] {
+        QSslSocket::supportsSsl();
+        QSslConfiguration::defaultConfiguration();
+    });
+}
+
 /// Waits, where it goes, until a queue has done what it has in hand, so that what the work uses can
 /// go next.
 class FinishedQueue {
@@ -132,12 +147,15 @@ class Application {
         views_.load(model_.onboardingCompleted() ? QStringLiteral("LaunchFlashView")
                                                  : QStringLiteral("OnboardingView"));
         backends_.announceOwnWindows();
-        // The first hover takes a moment to come.
-        warmUp_.add(popover_.warmUpSteps());
-        warmUp_.add({[this, dictionary = std::move(dictionary)] {
-            noteHoverTime("ready");
-            backends_.startRecognition(dictionary);
-        }});
+        // Onboarding makes its later steps by and by, and there are no hovers before its end.
+        constexpr double onboardingTime = 0.5;
+        if (model_.onboardingCompleted()) {
+            launchFlash_.prepare();
+            warmUp(std::move(dictionary));
+        } else {
+            warmUpTimer_ = clock_->schedule(
+                onboardingTime, [this, dictionary = std::move(dictionary)] { warmUp(dictionary); });
+        }
         // Right after a login the bus may come after us, and nobody else would look again.
         backends_.observeAccessibility([mainQueue = mainQueue_, model = QPointer(&model_)] {
             mainQueue->post([model] {
@@ -151,6 +169,19 @@ class Application {
     }
 
   private:
+    /// What can be made in advance, in pieces. The first hover takes a moment to come.
+    void warmUp(std::shared_ptr<const DictionaryStore> dictionary) {
+        warmUp_.add({[this] { highlight_.prepare(); }});
+        warmUp_.add(popover_.warmUpSteps());
+        warmUp_.add({[this, dictionary = std::move(dictionary)] {
+            noteHoverTime("ready");
+            backends_.startRecognition(dictionary);
+        }});
+        for (const char* const view : {"SettingsView", "OnboardingView", "UpdateWindow"}) {
+            warmUp_.add({[this, view] { views_.load(QString::fromLatin1(view)); }});
+        }
+    }
+
     ExtractionServices extractionServices() const {
         return {.accessibility = backends_.accessibility,
                 .screenCapture = backends_.screenCapture,
@@ -267,6 +298,7 @@ class Application {
     TerminationSignals signals_{[this] { backends_.shell->terminate(); }};
     DesktopSession session_{[this] { backends_.shell->terminate(); }};
     IdleSteps warmUp_;
+    std::unique_ptr<OneShotTimer> warmUpTimer_;
 };
 
 int runApplication(int& argumentCount, char** arguments) {
@@ -297,6 +329,7 @@ int runApplication(int& argumentCount, char** arguments) {
     const DesktopLoss desktopLoss(*choice);
     // The toolkit's helpers sleep instead of waking up once more to end.
     QThreadPool::globalInstance()->setExpiryTimeout(-1);
+    const std::future<void> transfers = prepareTransfers();
     const Application parts(*choice, dictionary.get());
     qCDebug(applicationLog) << "ready after" << sinceStart.elapsed() << "ms";
     return QGuiApplication::exec();

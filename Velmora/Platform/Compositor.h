@@ -16,6 +16,10 @@ class Compositor {
     /// current by events; never waits for a reply.
     virtual bool isCompositing() const = 0;
 
+    /// What windows were told waits in a buffer until something happens on the display; this sends
+    /// it off at once, without waiting for an answer.
+    virtual void sendChanges() {}
+
     /// Called with every later change. One observer at a time; an empty one ends it.
     virtual void observe(Observer observer) = 0;
 };

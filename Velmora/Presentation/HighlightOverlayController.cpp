@@ -24,14 +24,23 @@ HighlightOverlayController::~HighlightOverlayController() {
     QObject::disconnect(themeChanged_);
 }
 
+void HighlightOverlayController::prepare() {
+    ensurePanel();
+    panel_->create();
+}
+
+void HighlightOverlayController::ensurePanel() {
+    if (!panel_) {
+        panel_ = std::make_unique<HighlightView>();
+    }
+}
+
 void HighlightOverlayController::show(const Rect& rect) {
     if (rect.isEmpty() || !rect.isFinite()) {
         orderOut();
         return;
     }
-    if (!panel_) {
-        panel_ = std::make_unique<HighlightView>();
-    }
+    ensurePanel();
     frame_ = rect.grownBy(outset);
     place();
     panel_->show();

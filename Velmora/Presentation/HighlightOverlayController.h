@@ -18,6 +18,9 @@ class HighlightOverlayController : public HighlightPresenting {
     HighlightOverlayController(const ScreenGeometrySource& screens, Theme& theme);
     ~HighlightOverlayController() override;
 
+    /// Makes the window in advance, without showing it.
+    void prepare();
+
     void show(const Rect& rect) override;
     void orderOut() override;
 
@@ -25,6 +28,7 @@ class HighlightOverlayController : public HighlightPresenting {
     HighlightView* panel() const { return panel_.get(); }
 
   private:
+    void ensurePanel();
     void place();
 
     const ScreenGeometrySource& screens_;

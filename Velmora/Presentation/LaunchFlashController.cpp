@@ -39,6 +39,13 @@ LaunchFlashController::LaunchFlashController(Clock& clock, const ScreenGeometryS
 
 LaunchFlashController::~LaunchFlashController() = default;
 
+void LaunchFlashController::prepare() {
+    if (ensurePanel()) {
+        panel_->prepare(size());
+        panel_->prepareShadow();
+    }
+}
+
 void LaunchFlashController::flash() {
     if (!ensurePanel()) {
         return;
@@ -65,9 +72,13 @@ bool LaunchFlashController::ensurePanel() {
     return true;
 }
 
+QSize LaunchFlashController::size() const {
+    return {static_cast<int>(std::ceil(panel_->view()->implicitWidth())),
+            static_cast<int>(std::ceil(panel_->view()->implicitHeight()))};
+}
+
 QRect LaunchFlashController::frame() const {
-    const QSize size(static_cast<int>(std::ceil(panel_->view()->implicitWidth())),
-                     static_cast<int>(std::ceil(panel_->view()->implicitHeight())));
+    const QSize size = this->size();
     const ScreenGeometry geometry = screens_.current();
     const std::vector<Screen> screens = geometry.screens();
     if (screens.empty()) {

@@ -26,6 +26,9 @@ class LaunchFlashController final : public LaunchFlashPresenting {
     LaunchFlashController(Clock& clock, const ScreenGeometrySource& screens, ViewEngine& views);
     ~LaunchFlashController() override;
 
+    /// Makes the badge in advance, without showing it.
+    void prepare();
+
     /// Shows the badge; while it is there already, for its whole time once more.
     void flash() override;
 
@@ -34,6 +37,7 @@ class LaunchFlashController final : public LaunchFlashPresenting {
 
   private:
     bool ensurePanel();
+    QSize size() const;
     QRect frame() const;
     void fadeOut();
     void fade(double target, double duration, const QEasingCurve& curve);

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Velmora/Presentation/PanelWindow.h"
 
-#include <QCursor>
 #include <QQuickItem>
 
 #include "Velmora/Presentation/OverlayFlags.h"
@@ -65,9 +64,8 @@ void PanelWindow::applyAlpha() {
     if (shadow_) {
         shadow_->setOpacity(opacity);
     }
-    // What windows are told waits in a buffer until something happens on the display, which may not
-    // be for a long time after the last step of a fade. A question takes it along.
-    QCursor::pos();
+    // It may be long after the last step of a fade that something happens on the display.
+    theme_.sendChanges();
 }
 
 void PanelWindow::prepare(QSize size) {
@@ -77,6 +75,12 @@ void PanelWindow::prepare(QSize size) {
     }
     create();
     grabWindow();
+}
+
+void PanelWindow::prepareShadow() {
+    if (theme_.isCompositing()) {
+        ensuredShadow().create();
+    }
 }
 
 void PanelWindow::applyShape() {
@@ -92,12 +96,16 @@ void PanelWindow::applyShape() {
         return;
     }
     setMask(QRegion());
+    ensuredShadow().surround(geometry(), radius, theme_.colors().shadow);
+    shadow_->show();
+}
+
+ShadowWindow& PanelWindow::ensuredShadow() {
     if (!shadow_) {
         shadow_ = std::make_unique<ShadowWindow>();
         shadow_->setOpacity(alpha_);
     }
-    shadow_->surround(geometry(), radius, theme_.colors().shadow);
-    shadow_->show();
+    return *shadow_;
 }
 
 }  // namespace velmora

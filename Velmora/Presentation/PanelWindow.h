@@ -35,12 +35,15 @@ class PanelWindow : public QQuickWindow {
 
     /// Makes everything that the first frame needs, without showing the window.
     void prepare(QSize size);
+    /// The same for the shadow, where there is to be one.
+    void prepareShadow();
 
     const ShadowWindow* shadow() const { return shadow_.get(); }
 
   private:
     void applyAlpha();
     void applyShape();
+    ShadowWindow& ensuredShadow();
 
     Theme& theme_;
     std::unique_ptr<QQuickItem> view_;

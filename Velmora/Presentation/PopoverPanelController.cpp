@@ -192,6 +192,7 @@ std::vector<std::function<void()>> PopoverPanelController::warmUpSteps() {
         add([size](PanelWindow& panel) { panel.prepare(size); });
     };
     add([](PanelWindow& panel) { panel.create(); });
+    add([](PanelWindow& panel) { panel.prepareShadow(); });
     // The least one first: what it shares with the others is there then.
     const auto sample = std::make_shared<const LookupResult>(sampleResult());
     addView("PinyinPopoverView", {110, 38},

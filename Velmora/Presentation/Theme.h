@@ -56,6 +56,9 @@ class Theme : public QObject {
 
     bool isDark() const { return dark_; }
     bool isCompositing() const { return compositing_; }
+    /// Sends what windows were told to the display at once.
+    void sendChanges() const { compositor_.sendChanges(); }
+
     const ThemeColors& colors() const { return dark_ ? ThemeColors::dark() : ThemeColors::light(); }
 
     QColor label() const { return colors().label; }

@@ -30,6 +30,8 @@ ViewWindow::ViewWindow(Theme& theme, std::unique_ptr<QQuickItem> view)
     connect(this, &QWindow::widthChanged, this, [this] { view_->setSize(size()); });
     connect(this, &QWindow::heightChanged, this, [this] { view_->setSize(size()); });
     connect(&theme_, &Theme::changed, this, &ViewWindow::applyTheme);
+    appearance_.setSingleShot(true);
+    connect(&appearance_, &QTimer::timeout, this, &ViewWindow::appear);
     applyTheme();
 }
 
@@ -68,8 +70,22 @@ void ViewWindow::centerOn(const ScreenGeometry& screens) {
 
 void ViewWindow::present() {
     view_->setFocus(true);
-    show();
+    if (isVisible()) {
+        bringUp();
+        return;
+    }
+    create();
     applyTheme();
+    // Unlike what is posted, a timer lets the loop look for events first.
+    appearance_.start(0);
+}
+
+void ViewWindow::appear() {
+    show();
+    bringUp();
+}
+
+void ViewWindow::bringUp() {
     raise();
     requestActivate();
 }
@@ -77,6 +93,7 @@ void ViewWindow::present() {
 void ViewWindow::dispose(std::unique_ptr<ViewWindow> window) {
     if (window) {
         window->closed_ = {};
+        window->appearance_.stop();
         window->hide();
         window.release()->deleteLater();
     }

@@ -3,6 +3,7 @@
 
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <QTimer>
 #include <functional>
 #include <memory>
 
@@ -36,7 +37,9 @@ class ViewWindow : public QQuickWindow {
     /// Puts the window into the middle of the primary screen's visible frame.
     void centerOn(const ScreenGeometry& screens);
 
-    /// Shows it with the focus on its view.
+    /// Shows it with the focus on its view, on top of the others. A window that is not on the
+    /// screen yet comes there by and by, in pieces between which the event loop looks for what else
+    /// happens: the toolkit asks the display several questions for each.
     void present();
 
     /// Where the window stands, or stood when it was closed, in Qt's logical coordinates.
@@ -49,12 +52,15 @@ class ViewWindow : public QQuickWindow {
     bool event(QEvent* event) override;
 
   private:
+    void appear();
+    void bringUp();
     void applyTheme();
     bool isFrameless() const { return flags().testFlag(Qt::FramelessWindowHint); }
 
     Theme& theme_;
     std::unique_ptr<QQuickItem> view_;
     std::function<void()> closed_;
+    QTimer appearance_;
     QRect closingFrame_;
 };
 

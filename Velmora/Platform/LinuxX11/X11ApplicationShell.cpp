@@ -3,6 +3,7 @@
 
 #include <xcb/xcb.h>
 
+#include <QAbstractNativeEventFilter>
 #include <QEvent>
 #include <QGuiApplication>
 #include <QPointer>
@@ -21,7 +22,6 @@ namespace {
 constexpr std::uint32_t removeState = 0;  // Of _NET_WM_STATE messages.
 constexpr std::uint32_t addState = 1;
 constexpr std::uint32_t fromPager = 2;  // The user asked for it: no protection against stealing.
-constexpr std::uint32_t stateLimit = 64;
 
 bool isManaged(const QWindow& window) {
     const Qt::WindowType type = window.type();
@@ -39,12 +39,22 @@ xcb_connection_t* applicationConnection() {
 
 }  // namespace
 
-class X11ApplicationShell::Parts : public QObject {
+class X11ApplicationShell::Parts : public QObject, public QAbstractNativeEventFilter {
   public:
     Parts() : connection_(applicationConnection()) {
         if (connection_ != nullptr) {
             root_ = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
+            askForAtoms();
             qGuiApp->installEventFilter(this);
+            qGuiApp->installNativeEventFilter(this);
+        }
+    }
+
+    Parts(const Parts&) = delete;
+    Parts& operator=(const Parts&) = delete;
+    ~Parts() override {
+        for (const auto& [name, question] : questions_) {
+            xcb_discard_reply(connection_, question.sequence);
         }
     }
 
@@ -53,12 +63,15 @@ class X11ApplicationShell::Parts : public QObject {
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    bool nativeEventFilter(const QByteArray& type, void* message, qintptr* result) override;
 
   private:
+    void askForAtoms();
     xcb_atom_t atom(const char* name);
     std::vector<xcb_atom_t> hiddenStates();
     void prepare(const QWindow& window);
     void announce(const QWindow& window);
+    void activate(const QWindow& window);
     void send(const QWindow& window, const char* type, std::uint32_t first, std::uint32_t second,
               std::uint32_t third);
 
@@ -66,21 +79,31 @@ class X11ApplicationShell::Parts : public QObject {
     xcb_window_t root_ = XCB_WINDOW_NONE;
     ActivationPolicy policy_ = ActivationPolicy::accessory;
     QPointer<QWindow> lastShown_;
+    std::vector<QPointer<QWindow>> toActivate_;  ///< Made, and maybe on their way to the screen.
+    std::map<std::string, xcb_intern_atom_cookie_t> questions_;
     std::map<std::string, xcb_atom_t> atoms_;
 };
 
-xcb_atom_t X11ApplicationShell::Parts::atom(const char* name) {
-    const auto known = atoms_.find(name);
-    if (known != atoms_.end()) {
-        return known->second;
+/// Asks for all atoms at once; the answers are there by the time that one is needed.
+void X11ApplicationShell::Parts::askForAtoms() {
+    for (const char* const name : {"_NET_WM_STATE", "_NET_WM_STATE_SKIP_TASKBAR",
+                                   "_NET_WM_STATE_SKIP_PAGER", "_NET_ACTIVE_WINDOW"}) {
+        questions_.emplace(
+            name,
+            xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(std::strlen(name)), name));
     }
-    const auto cookie =
-        xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(std::strlen(name)), name);
-    const std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> reply(
-        xcb_intern_atom_reply(connection_, cookie, nullptr), &std::free);
-    const xcb_atom_t result = reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
-    atoms_.emplace(name, result);
-    return result;
+    xcb_flush(connection_);
+}
+
+xcb_atom_t X11ApplicationShell::Parts::atom(const char* name) {
+    const auto question = questions_.find(name);
+    if (question != questions_.end()) {
+        const std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> reply(
+            xcb_intern_atom_reply(connection_, question->second, nullptr), &std::free);
+        atoms_.emplace(name, reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE));
+        questions_.erase(question);
+    }
+    return atoms_.at(name);
 }
 
 std::vector<xcb_atom_t> X11ApplicationShell::Parts::hiddenStates() {
@@ -88,38 +111,47 @@ std::vector<xcb_atom_t> X11ApplicationShell::Parts::hiddenStates() {
 }
 
 bool X11ApplicationShell::Parts::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::Show) {
-        auto* window = qobject_cast<QWindow*>(watched);
-        if (window != nullptr && isManaged(*window)) {
-            lastShown_ = window;
-            prepare(*window);
-        }
+    const QEvent::Type type = event->type();
+    if (type != QEvent::Show && type != QEvent::Expose) {
+        return false;
+    }
+    auto* window = qobject_cast<QWindow*>(watched);
+    if (window == nullptr || !isManaged(*window)) {
+        return false;
+    }
+    if (type == QEvent::Show) {
+        lastShown_ = window;
+        prepare(*window);
+    } else if (window->isExposed() && std::erase(toActivate_, window) > 0) {
+        activate(*window);
     }
     return false;
 }
 
+/// The toolkit would ask the X server for a window's states at each change of theirs, several times
+/// for each window that comes, and has no use for them: no window of ours is ever maximised, and of
+/// being put away it learns in another way.
+bool X11ApplicationShell::Parts::nativeEventFilter(const QByteArray& type, void* message,
+                                                   qintptr* /*result*/) {
+    constexpr std::uint8_t sentByClients = 0x80;
+    if (type != "xcb_generic_event_t") {
+        return false;
+    }
+    const auto* const event = static_cast<xcb_generic_event_t*>(message);
+    return (event->response_type & ~sentByClients) == XCB_PROPERTY_NOTIFY &&
+           reinterpret_cast<const xcb_property_notify_event_t*>(event)->atom ==
+               atom("_NET_WM_STATE");
+}
+
 /// A window that is about to appear carries its states as a property, which window managers take
-/// away whenever it disappears.
+/// away whenever it disappears. The toolkit adds those that it knows of.
 void X11ApplicationShell::Parts::prepare(const QWindow& window) {
-    const auto id = static_cast<xcb_window_t>(window.winId());
-    const xcb_atom_t property = atom("_NET_WM_STATE");
-    const auto cookie =
-        xcb_get_property(connection_, 0, id, property, XCB_ATOM_ATOM, 0, stateLimit);
-    const std::unique_ptr<xcb_get_property_reply_t, decltype(&std::free)> reply(
-        xcb_get_property_reply(connection_, cookie, nullptr), &std::free);
-    std::vector<xcb_atom_t> states;
-    if (reply && reply->format == 32) {
-        const auto* values = static_cast<xcb_atom_t*>(xcb_get_property_value(reply.get()));
-        states.assign(values, values + reply->value_len);
-    }
-    for (const xcb_atom_t hidden : hiddenStates()) {
-        std::erase(states, hidden);
-        if (policy_ == ActivationPolicy::accessory) {
-            states.push_back(hidden);
-        }
-    }
-    xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, id, property, XCB_ATOM_ATOM, 32,
-                        static_cast<std::uint32_t>(states.size()), states.data());
+    const auto states =
+        policy_ == ActivationPolicy::accessory ? hiddenStates() : std::vector<xcb_atom_t>();
+    xcb_change_property(connection_, XCB_PROP_MODE_REPLACE,
+                        static_cast<xcb_window_t>(window.winId()), atom("_NET_WM_STATE"),
+                        XCB_ATOM_ATOM, 32, static_cast<std::uint32_t>(states.size()),
+                        states.data());
 }
 
 /// Of a window that is there, window managers want to be asked.
@@ -161,15 +193,25 @@ void X11ApplicationShell::Parts::activate() {
     if (connection_ == nullptr) {
         return;
     }
+    toActivate_.clear();
     QList<QWindow*> windows = QGuiApplication::topLevelWindows();
     // The one that was shown last comes to lie on top.
     std::stable_partition(windows.begin(), windows.end(),
                           [this](const QWindow* window) { return window != lastShown_; });
-    for (const QWindow* window : windows) {
-        if (window->isVisible() && isManaged(*window)) {
-            send(*window, "_NET_ACTIVE_WINDOW", fromPager, XCB_CURRENT_TIME, XCB_WINDOW_NONE);
+    for (QWindow* window : windows) {
+        if (!isManaged(*window)) {
+            continue;
+        }
+        if (window->isVisible()) {
+            activate(*window);
+        } else {
+            toActivate_.emplace_back(window);
         }
     }
+}
+
+void X11ApplicationShell::Parts::activate(const QWindow& window) {
+    send(window, "_NET_ACTIVE_WINDOW", fromPager, XCB_CURRENT_TIME, XCB_WINDOW_NONE);
 }
 
 X11ApplicationShell::X11ApplicationShell() : parts_(std::make_unique<Parts>()) {}

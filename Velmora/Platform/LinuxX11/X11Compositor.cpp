@@ -3,6 +3,7 @@
 
 #include <xcb/xfixes.h>
 
+#include <QGuiApplication>
 #include <utility>
 
 #include "Velmora/Platform/LinuxX11/X11Connection.h"
@@ -70,6 +71,16 @@ X11Compositor::~X11Compositor() = default;
 
 bool X11Compositor::isCompositing() const {
     return parts_->isCompositing;
+}
+
+void X11Compositor::sendChanges() {
+    // The connection on which the toolkit tells of its windows.
+    const auto* const native = qGuiApp == nullptr
+                                   ? nullptr
+                                   : qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    if (native != nullptr) {
+        xcb_flush(native->connection());
+    }
 }
 
 void X11Compositor::observe(Observer observer) {

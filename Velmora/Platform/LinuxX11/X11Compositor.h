@@ -17,6 +17,7 @@ class X11Compositor : public Compositor {
     ~X11Compositor() override;
 
     bool isCompositing() const override;
+    void sendChanges() override;
     void observe(Observer observer) override;
 
   private:

@@ -246,9 +246,7 @@ bool RecognizerProcess::begin(const GrayImage& line, ScriptModel model) {
     if (!ensureWorker()) {
         return false;
     }
-    RecognizerMessage request = makeBeginLine({model, line});
-    request.sequence = ++sequence_;  // By which the worker tidies up now and then.
-    if (!sendAll(request, Clock::now() + options_.answerLimit)) {
+    if (!sendAll(makeBeginLine({model, line}), Clock::now() + options_.answerLimit)) {
         workerFailed();
         return false;
     }

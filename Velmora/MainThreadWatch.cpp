@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "Velmora/MainThreadWatch.h"
 
+#include <fcntl.h>
 #include <glib.h>
 #include <sys/resource.h>
 #include <time.h>
+#include <unistd.h>
 
 #include <QLoggingCategory>
 #include <algorithm>
+#include <array>
+#include <cstdio>
 #include <optional>
 
 namespace velmora {
@@ -19,12 +23,39 @@ using std::chrono::nanoseconds;
 
 constexpr std::chrono::milliseconds frame{16};
 
+/// How long this thread was ready to work so far and had no processor, which others had.
+class QueueTime {
+  public:
+    QueueTime() : file_(::open("/proc/thread-self/schedstat", O_RDONLY | O_CLOEXEC)) {}
+    QueueTime(const QueueTime&) = delete;
+    QueueTime& operator=(const QueueTime&) = delete;
+    ~QueueTime() {
+        if (file_ >= 0) {
+            ::close(file_);
+        }
+    }
+
+    /// Nothing where the system does not tell.
+    nanoseconds soFar() const {
+        std::array<char, 96> text{};
+        long long queued = 0;
+        if (file_ < 0 || ::pread(file_, text.data(), text.size() - 1, 0) <= 0 ||
+            std::sscanf(text.data(), "%*d %lld", &queued) != 1) {
+            return nanoseconds(0);
+        }
+        return nanoseconds(queued);
+    }
+
+  private:
+    int file_;
+};
+
 /// What the main thread has used so far.
 struct Usage {
     nanoseconds passed{0};
     nanoseconds processor{0};
+    nanoseconds queued{0};
     long waits = 0;
-    long preemptions = 0;
 
     static nanoseconds read(clockid_t clock) {
         timespec time{};
@@ -33,16 +64,22 @@ struct Usage {
     }
 
     static Usage now() {
+        static const QueueTime queue;
         rusage usage{};
         getrusage(RUSAGE_THREAD, &usage);
-        return {read(CLOCK_MONOTONIC), read(CLOCK_THREAD_CPUTIME_ID), usage.ru_nvcsw,
-                usage.ru_nivcsw};
+        return {read(CLOCK_MONOTONIC), read(CLOCK_THREAD_CPUTIME_ID), queue.soFar(),
+                usage.ru_nvcsw};
     }
 
     Usage operator-(const Usage& before) const {
-        return {passed - before.passed, processor - before.processor, waits - before.waits,
-                preemptions - before.preemptions};
+        return {passed - before.passed, processor - before.processor, queued - before.queued,
+                waits - before.waits};
     }
+
+    /// Everything but the time without a processor, which is nothing that the thread does.
+    nanoseconds kept() const { return std::max(passed - queued, processor); }
+    /// What it waited for others.
+    nanoseconds waited() const { return kept() - processor; }
 };
 
 struct Event {
@@ -61,7 +98,7 @@ struct Stretch {
     GPollFunc look = nullptr;
     std::optional<Usage> start;
     Event longestEvent;
-    nanoseconds longestPassed{0};
+    nanoseconds longestKept{0};
     nanoseconds longestProcessor{0};
 
     void end() {
@@ -69,16 +106,15 @@ struct Stretch {
             return;
         }
         const Usage used = Usage::now() - *start;
-        if (used.passed > frame || used.passed > longestPassed ||
-            used.processor > longestProcessor) {
+        if (used.passed > frame || used.kept() > longestKept || used.processor > longestProcessor) {
             qCDebug(mainThreadLog,
-                    "%.1f ms, %.1f of the processor, %ld waits, %ld preemptions, event %d to %s "
-                    "(%.1f ms)",
-                    milliseconds(used.passed), milliseconds(used.processor), used.waits,
-                    used.preemptions, longestEvent.type, longestEvent.receiver,
-                    milliseconds(longestEvent.taken));
+                    "%.1f ms: %.1f at work, %.1f in %ld waits, %.1f without a processor, event %d "
+                    "to %s (%.1f ms)",
+                    milliseconds(used.passed), milliseconds(used.processor),
+                    milliseconds(used.waited()), used.waits, milliseconds(used.queued),
+                    longestEvent.type, longestEvent.receiver, milliseconds(longestEvent.taken));
         }
-        longestPassed = std::max(longestPassed, used.passed);
+        longestKept = std::max(longestKept, used.kept());
         longestProcessor = std::max(longestProcessor, used.processor);
         start.reset();
     }

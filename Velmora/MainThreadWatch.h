@@ -9,8 +9,9 @@ namespace velmora {
 /// Tells in the debug log (category velmora.mainthread) what keeps the main thread from looking for
 /// what happened meanwhile: every stretch between two such looks that takes longer than one frame
 /// of a display (16 ms), and every one that is the longest so far. A line gives the time that
-/// passed, the processor time among it, how often the thread waited for something, how often
-/// another program was given its processor, and the event that took the most of the time.
+/// passed and its three parts: the thread was at work, or it waited for others (how often), or it
+/// was ready and had no processor, since other programs had them all, which no program can help.
+/// At its end stands the event that took the most of the time.
 ///
 /// Where messages of the category are not wanted it does nothing. One per process, made on the main
 /// thread once the application object is there.

@@ -13,6 +13,9 @@
 #include "Tests/Contracts/Speech/PrivateSpeechDaemon.h"
 #include "Tests/Contracts/StatusNotifier/TrayWatcher.h"
 #include "Tests/Support/EventLoop.h"
+#include "Tests/Support/VirtualDesktop/AccessibilityBus.h"
+#include "Tests/Velmora/Updates/LoopbackHttpsServer.h"
+#include "Velmora/Platform/Linux/StatusNotifier/BusMenuNode.h"
 
 namespace velmora::test {
 
@@ -82,11 +85,11 @@ std::string ended(RunningVelmora& velmora) {
 }
 
 /// Our program with these settings over an editor; `act` while it runs.
-std::string logOver(const std::string& settings, const Environment& environment, const Act& act) {
+std::string logOver(const std::string& settings, Environment environment, const Act& act) {
     HoverStage::Options options;
     options.compositor = true;
     options.velmora.settings = settings;
-    options.velmora.environment = environment;
+    options.velmora.environment = std::move(environment);
     HoverStage stage(ReadProgram::named("mousepad"), options);
     if (act) {
         act(stage);
@@ -95,12 +98,18 @@ std::string logOver(const std::string& settings, const Environment& environment,
     return ended(stage.velmora());
 }
 
-std::function<std::string()> ordinaryDay(const Act& act = {}) {
-    return [act] { return logOver(ordinarySettings, {}, act); };
+using LogUnder = std::function<std::string(const Environment&)>;
+
+LogUnder ordinaryDay(const Act& act = {}) {
+    return [act](const Environment& environment) {
+        return logOver(ordinarySettings, environment, act);
+    };
 }
 
-std::function<std::string()> withSettings(const std::string& further) {
-    return [further] { return logOver(ordinarySettings + further, {}, {}); };
+LogUnder withSettings(const std::string& further) {
+    return [further](const Environment& environment) {
+        return logOver(ordinarySettings + further, environment, {});
+    };
 }
 
 std::string fontScale(const std::string& value) {
@@ -119,10 +128,11 @@ std::string settingsFromTheFuture() {
 }
 
 /// The first start, with the onboarding window that it opens.
-std::string firstStart() {
+std::string firstStart(const Environment& environment) {
     VirtualDesktop desktop;
     desktop.enter();
     RunningVelmora::Options options;
+    options.environment = environment;
     options.settings.clear();
     options.readyStatus = "Hover lookup off";
     RunningVelmora velmora(desktop, options);
@@ -131,7 +141,7 @@ std::string firstStart() {
     return ended(velmora);
 }
 
-std::string withoutSessionBus() {
+std::string withoutSessionBus(const Environment& further) {
     VirtualDesktop desktop;
     desktop.enter();
     const auto folder = desktop.folder() / "velmora";
@@ -142,6 +152,7 @@ std::string withoutSessionBus() {
     environment["XDG_DATA_HOME"] = (folder / "data").string();
     environment["VELMORA_LOG"] = "debug";
     environment["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=/nonexistent/bus";
+    environment.insert(further.begin(), further.end());
     const auto log = [&folder] {
         std::ostringstream text;
         text << std::ifstream(folder / "log.txt").rdbuf();
@@ -160,21 +171,23 @@ std::string withoutSessionBus() {
     return log();
 }
 
+QDBusMessage callMenu(const QString& item, const char* method, const QVariantList& arguments) {
+    QDBusMessage message = QDBusMessage::createMethodCall(
+        item, QStringLiteral("/StatusNotifierItem/Menu"), QStringLiteral("com.canonical.dbusmenu"),
+        QString::fromLatin1(method));
+    message.setArguments(arguments);
+    const QString host = QStringLiteral("host");
+    const QDBusPendingCall reply = TrayWatcher::connection(host).asyncCall(message);
+    expect(testing::waitUntil([&] { return reply.isFinished(); }), method);
+    QDBusConnection::disconnectFromBus(host);
+    expect(!reply.isError(), method);
+    return reply.reply();
+}
+
 /// Asks for the item's menu as a panel does that opens it.
-void openMenu(const QString& item) {
-    QDBusConnection bus = TrayWatcher::connection(QStringLiteral("host"));
-    for (const auto& [method, arguments] :
-         {std::pair<const char*, QVariantList>{"AboutToShow", {0}},
-          std::pair<const char*, QVariantList>{"GetLayout", {0, -1, QStringList()}}}) {
-        QDBusMessage message = QDBusMessage::createMethodCall(
-            item, QStringLiteral("/StatusNotifierItem/Menu"),
-            QStringLiteral("com.canonical.dbusmenu"), QString::fromLatin1(method));
-        message.setArguments(arguments);
-        const QDBusPendingCall reply = bus.asyncCall(message);
-        expect(testing::waitUntil([&] { return reply.isFinished(); }), method);
-        expect(!reply.isError(), method);
-    }
-    QDBusConnection::disconnectFromBus(QStringLiteral("host"));
+QDBusMessage openMenu(const QString& item) {
+    callMenu(item, "AboutToShow", {0});
+    return callMenu(item, "GetLayout", {0, -1, QStringList()});
 }
 
 void trayComesAndGoes(HoverStage& /*stage*/) {
@@ -212,38 +225,128 @@ void watcherLies(HoverStage& stage) {
     }
 }
 
-std::string oddAnalyticsHost(const std::string& host) {
-    return logOver(ordinarySettings,
-                   {{"VELMORA_POSTHOG_TOKEN", "token"}, {"VELMORA_POSTHOG_HOST", host}},
-                   [](HoverStage& stage) {
-                       command(stage, "toggle");
-                       command(stage, "toggle");
-                   });
+const BusMenuNode* entry(const BusMenuNode& node, const QString& label) {
+    if (node.properties.value(QStringLiteral("label")).toString() == label) {
+        return &node;
+    }
+    for (const BusMenuNode& child : node.children) {
+        if (const BusMenuNode* const found = entry(child, label)) {
+            return found;
+        }
+    }
+    return nullptr;
 }
 
-std::string withoutSpeechDaemon() {
-    return logOver(ordinarySettings, {{"SPEECHD_ADDRESS", "unix_socket:/nonexistent/socket"}},
-                   [](HoverStage& stage) {
-                       clickLoudspeaker(stage, openCard(stage));
-                       stage.leave();
-                   });
+/// Looks for updates as the user does, by the menu, and waits until the window tells of the feed
+/// that this server has.
+void lookForUpdates(HoverStage& stage, LoopbackHttpsServer& server) {
+    TrayWatcher watcher;
+    expect(watcher.appear(), "no watcher");
+    expect(testing::waitUntil([&] { return !watcher.registered.isEmpty(); }, 60000),
+           "it does not register");
+    const QString item = watcher.registered.constFirst();
+    const QDBusMessage layout = openMenu(item);
+    const auto root = qdbus_cast<BusMenuNode>(layout.arguments().value(1));
+    const BusMenuNode* const update = entry(root, QStringLiteral("Check for Updates..."));
+    expect(update != nullptr, "there is no entry for updates");
+    callMenu(item, "Event",
+             {update->id, QStringLiteral("clicked"), QVariant::fromValue(QDBusVariant(0)), 0U});
+    expect(testing::waitUntil([&] { return server.ended() > 0; }, 60000), "no feed is read");
+    stage.desktop().waitForWindow([](const auto& each) { return each.title == "Velmora Update"; });
+    stage.desktop().awaitRest(stage.velmora().process(), std::chrono::seconds(3));
+    watcher.leave();
 }
 
-std::string speechDaemonKilled() {
+/// A process that does nothing as long as this lives, and answers nobody.
+class Stopped {
+  public:
+    explicit Stopped(pid_t process) : process_(process) { ::kill(process_, SIGSTOP); }
+    Stopped(const Stopped&) = delete;
+    Stopped& operator=(const Stopped&) = delete;
+    ~Stopped() { ::kill(process_, SIGCONT); }
+
+  private:
+    pid_t process_;
+};
+
+std::string accessibilityStopped(const Environment& environment) {
+    HoverStage::Options options;
+    options.compositor = true;
+    options.velmora.environment = environment;
+    HoverStage stage(ReadProgram::named("mousepad"), options);
+    AccessibilityBus bus(stage.desktop());
+    // Who is asked for last would ask the first.
+    const pid_t registry = bus.registry();
+    const Stopped stoppedLauncher(bus.launcher());
+    const Stopped stoppedRegistry(registry);
+    useIt(stage);
+    return ended(stage.velmora());
+}
+
+LogUnder withFeed(const QByteArray& answer, bool isEndless) {
+    return [answer, isEndless](Environment environment) {
+        testing::coreApplication();
+        LoopbackHttpsServer server([answer](const QByteArray&) { return answer; }, isEndless);
+        if (!isEndless) {
+            server.hangUpAfterAnswer();
+        }
+        environment["VELMORA_TEST_FEED"] = server.url("/feed");
+        HoverStage::Options options;
+        options.compositor = true;
+        options.velmora.program = VELMORA_BUILD_FOLDER "/velmora_fed_application";
+        options.velmora.environment = std::move(environment);
+        HoverStage stage(ReadProgram::named("mousepad"), options);
+        lookForUpdates(stage, server);
+        return ended(stage.velmora());
+    };
+}
+
+/// As long as a feed may be, with a new version in it.
+QByteArray longFeed() {
+    QByteArray items;
+    const QByteArray notes(1900, 'n');
+    for (int i = 0; i < 500; ++i) {
+        items += "<item><v:version>2." + QByteArray::number(i) + "</v:version><description>" +
+                 notes +
+                 "</description><enclosure url=\"https://updates.example/velmora.deb\" "
+                 "length=\"1\" v:edSignature=\"s\"/></item>";
+    }
+    return LoopbackHttpsServer::ok("<rss xmlns:v=\"v\"><channel>" + items + "</channel></rss>");
+}
+
+LogUnder oddAnalyticsHost(const std::string& host) {
+    return [host](Environment environment) {
+        environment["VELMORA_POSTHOG_TOKEN"] = "token";
+        environment["VELMORA_POSTHOG_HOST"] = host;
+        return logOver(ordinarySettings, environment, [](HoverStage& stage) {
+            command(stage, "toggle");
+            command(stage, "toggle");
+        });
+    };
+}
+
+std::string withoutSpeechDaemon(Environment environment) {
+    environment["SPEECHD_ADDRESS"] = "unix_socket:/nonexistent/socket";
+    return logOver(ordinarySettings, environment, [](HoverStage& stage) {
+        clickLoudspeaker(stage, openCard(stage));
+        stage.leave();
+    });
+}
+
+std::string speechDaemonKilled(Environment environment) {
     PrivateSpeechDaemon daemon("espeak-ng");
-    return logOver(ordinarySettings, {{"SPEECHD_ADDRESS", std::getenv("SPEECHD_ADDRESS")}},
-                   [&daemon](HoverStage& stage) {
-                       const Rect card = openCard(stage);
-                       clickLoudspeaker(stage, card);
-                       expect(daemon.nextSpoken(std::chrono::seconds(60)).has_value(),
-                              "nothing is said");
-                       daemon.kill();
-                       clickLoudspeaker(stage, card);
-                       stage.leave();
-                       daemon.restart();
-                       clickLoudspeaker(stage, openCard(stage));
-                       stage.leave();
-                   });
+    environment["SPEECHD_ADDRESS"] = std::getenv("SPEECHD_ADDRESS");
+    return logOver(ordinarySettings, environment, [&daemon](HoverStage& stage) {
+        const Rect card = openCard(stage);
+        clickLoudspeaker(stage, card);
+        expect(daemon.nextSpoken(std::chrono::seconds(60)).has_value(), "nothing is said");
+        daemon.kill();
+        clickLoudspeaker(stage, card);
+        stage.leave();
+        daemon.restart();
+        clickLoudspeaker(stage, openCard(stage));
+        stage.leave();
+    });
 }
 
 }  // namespace
@@ -261,9 +364,12 @@ const std::vector<MainThreadFault>& mainThreadFaults() {
         {"fontScaleNotANumber", withSettings(fontScale("nan"))},
         {"fontScaleText", withSettings(fontScale("large"))},
         {"fontScaleHuge", withSettings(fontScale("1e9"))},
-        {"analyticsHostWithBlanks", [] { return oddAnalyticsHost("no such host/ at all"); }},
-        {"analyticsHostUnknown", [] { return oddAnalyticsHost("user@nowhere.invalid/a/path"); }},
-        {"analyticsHostIPv6", [] { return oddAnalyticsHost("http://[::1]:9"); }},
+        {"analyticsHostWithBlanks", oddAnalyticsHost("no such host/ at all")},
+        {"analyticsHostUnknown", oddAnalyticsHost("user@nowhere.invalid/a/path")},
+        {"analyticsHostIPv6", oddAnalyticsHost("http://[::1]:9")},
+        {"feedOfOneGigabyte", withFeed("HTTP/1.1 200 OK\r\n\r\n<rss><channel>", true)},
+        {"feedAsLongAsItMayBe", withFeed(longFeed(), false)},
+        {"accessibilityStopped", accessibilityStopped},
         {"withoutSpeechDaemon", withoutSpeechDaemon},
         {"speechDaemonKilled", speechDaemonKilled},
     };

@@ -15,8 +15,8 @@ struct MainThreadFault {
 
     /// Starts our program, lets the fault happen, uses the program meanwhile and afterwards, and
     /// gives what it wrote into its debug log. Throws where something does not come about that has
-    /// to in spite of the fault.
-    std::function<std::string()> logUnder;
+    /// to in spite of the fault. Our program gets the variables besides the desktop's.
+    std::function<std::string(const ChildProcess::Environment&)> logUnder;
 };
 
 /// All of them. Each needs a private desktop of its own, one at a time.

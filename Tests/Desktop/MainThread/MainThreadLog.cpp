@@ -15,9 +15,10 @@ std::vector<MainThreadStretch> mainThreadStretches(const std::string& log) {
         int end = 0;
         double seconds = 0;
         if (std::sscanf(line.c_str(),
-                        " %lf velmora.mainthread: %lf ms, %lf of the processor, %ld waits, %*d "
-                        "preemptions, %n",
-                        &seconds, &stretch.passed, &stretch.processor, &stretch.waits, &end) == 4 &&
+                        " %lf velmora.mainthread: %lf ms: %lf at work, %lf in %ld waits, %lf "
+                        "without a processor, %n",
+                        &seconds, &stretch.passed, &stretch.work, &stretch.waited, &stretch.waits,
+                        &stretch.queued, &end) == 6 &&
             end > 0) {
             stretch.at = seconds * 1000;
             stretch.event = line.substr(static_cast<std::size_t>(end));
@@ -28,14 +29,12 @@ std::vector<MainThreadStretch> mainThreadStretches(const std::string& log) {
 }
 
 MainThreadStretch mostAtWork(const std::vector<MainThreadStretch>& stretches) {
-    const auto found =
-        std::ranges::max_element(stretches, std::less<>(), &MainThreadStretch::processor);
+    const auto found = std::ranges::max_element(stretches, std::less<>(), &MainThreadStretch::work);
     return found == stretches.end() ? MainThreadStretch{} : *found;
 }
 
-MainThreadStretch longest(const std::vector<MainThreadStretch>& stretches) {
-    const auto found =
-        std::ranges::max_element(stretches, std::less<>(), &MainThreadStretch::passed);
+MainThreadStretch longestKept(const std::vector<MainThreadStretch>& stretches) {
+    const auto found = std::ranges::max_element(stretches, std::less<>(), &MainThreadStretch::kept);
     return found == stretches.end() ? MainThreadStretch{} : *found;
 }
 

@@ -51,7 +51,11 @@ RunningVelmora::RunningVelmora(VirtualDesktop& desktop, const Options& options)
     }
     started_ = nowMicroseconds();
     process_ = std::make_unique<ChildProcess>(ChildProcess::Options{
-        {VELMORA_BUILD_FOLDER "/velmora"}, environment_, folder_, folder_ / "log.txt", -1});
+        {options.program.empty() ? VELMORA_BUILD_FOLDER "/velmora" : options.program.string()},
+        environment_,
+        folder_,
+        folder_ / "log.txt",
+        -1});
     const bool ready = desktop_.waitUntil([this, &options] {
         return !process_->isRunning() ||
                (microsecondsToReady() &&

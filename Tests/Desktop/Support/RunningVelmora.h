@@ -27,6 +27,8 @@ class RunningVelmora {
     };
 
     struct Options {
+        /// What is started; our program where this is empty.
+        std::filesystem::path program = {};
         /// What its settings file holds when it starts; there is none where this is empty.
         std::string settings = "[General]\nhoverLookupEnabled=true\nonboardingCompleted=true\n";
         /// What it says of itself once it is ready.

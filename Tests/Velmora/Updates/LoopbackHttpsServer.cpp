@@ -47,6 +47,7 @@ void LoopbackHttpsServer::accept() {
     QTcpSocket* socket = server_.nextPendingConnection();
     const auto head = std::make_shared<QByteArray>();
     QObject::connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
+    QObject::connect(socket, &QTcpSocket::disconnected, &server_, [this] { ++ended_; });
     QObject::connect(socket, &QTcpSocket::readyRead, socket, [this, socket, head] {
         *head += socket->readAll();
         if (!head->contains("\r\n\r\n")) {

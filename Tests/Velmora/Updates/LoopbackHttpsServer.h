@@ -21,6 +21,8 @@ class LoopbackHttpsServer {
     static QSslCertificate authority();
     std::string url(const std::string& path) const;
     const QList<QByteArray>& heads() const { return heads_; }
+    /// How many connections have ended, whoever ended them.
+    int ended() const { return ended_; }
 
     /// Ends the connection once the answer in hand is sent, whole or not.
     void hangUpAfterAnswer() { hangsUp_ = true; }
@@ -40,6 +42,7 @@ class LoopbackHttpsServer {
     bool endless_;
     bool hangsUp_ = false;
     bool trickles_ = false;
+    int ended_ = 0;
     QList<QByteArray> heads_;
 };
 

@@ -58,8 +58,9 @@ FocusScope {
     Keys.onReturnPressed: forward()
     Keys.onEnterPressed: forward()
 
+    // Between the frames of the window's way to the screen rather than on top of one.
     Timer {
-        interval: 1
+        interval: 50
         repeat: true
         running: root.madeStep < root.lastStep
         onTriggered: ++root.madeStep

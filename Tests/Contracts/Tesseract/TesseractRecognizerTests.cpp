@@ -136,6 +136,15 @@ TEST(TesseractRecognizer, IsNeverSureOfOtherScripts) {
     }
 }
 
+/// Whoever asks need not look any closer then.
+TEST(TesseractRecognizer, TellsOfALineWithoutChineseToo) {
+    for (TesseractRecognizer* one : {&sharedRecognizer(), &recognizerWithForms()}) {
+        const auto observations = one->recognize(fixturePicture("english"), Point{120, 55}, 3);
+        ASSERT_TRUE(observations);
+        EXPECT_FALSE(observations->empty());
+    }
+}
+
 TEST(TesseractRecognizer, FindsNothingWhereNothingStands) {
     for (const auto& [width, height] :
          {std::pair{1, 1}, {1, 500}, {500, 1}, {300, 200}, {20000, 300}, {300, 20000}}) {

@@ -190,6 +190,7 @@ void TesseractRecognizer::readNear(Job& job, Point point) {
     const bool isPicture = flatness < bareSurface;
     std::optional<FoundLines> plain;
     std::optional<FoundLines> outlined;
+    bool hasAttempted = false;  // What the first one saw counts even without any Chinese in it.
     const auto attempt = [&](bool asPlain, LineEffort effort) {
         std::optional<FoundLines>& lines = asPlain ? plain : outlined;
         if (!lines) {
@@ -197,7 +198,8 @@ void TesseractRecognizer::readNear(Job& job, Point point) {
         }
         std::vector<TextObservation> before = std::exchange(job.observations, {});
         readLines(job, *lines, inside, effort);
-        if (bestConfidence(before) >= bestConfidence(job.observations)) {
+        if (std::exchange(hasAttempted, true) &&
+            bestConfidence(before) >= bestConfidence(job.observations)) {
             job.observations = std::move(before);
         }
         return bestConfidence(job.observations) >= convincing;

@@ -246,7 +246,9 @@ bool RecognizerProcess::begin(const GrayImage& line, ScriptModel model) {
     if (!ensureWorker()) {
         return false;
     }
-    if (!sendAll(makeBeginLine({model, line}), Clock::now() + options_.answerLimit)) {
+    RecognizerMessage request = makeBeginLine({model, line});
+    request.sequence = ++sequence_;  // By which the worker tidies up now and then.
+    if (!sendAll(request, Clock::now() + options_.answerLimit)) {
         workerFailed();
         return false;
     }

@@ -6,6 +6,7 @@
 #include "Tests/Contracts/AtSpi/AtSpiBench.h"
 #include "Tests/Support/TextCapture/ExtractionStage.h"
 #include "Velmora/Platform/Linux/AtSpi/AtSpiBudget.h"
+#include "Velmora/Platform/Linux/AtSpi/AtSpiService.h"
 
 // Programs that lie about their elements, one way each. Every one of them first answers rightly and
 // is read, so that a test that reads nothing afterwards has seen the lie and not a program that was
@@ -121,6 +122,32 @@ TEST_F(AtSpiHostile, isLeftAloneWhileItIsSilent) {
     EXPECT_TRUE(window->position().has_value());
     EXPECT_TRUE(readsRightly(neighbour));
     bench->desktop().stop(*program);
+}
+
+TEST_F(AtSpiHostile, isNotTakenForAnotherWhileItIsTooBusyToSayWhoItIs) {
+    const ChildProcess& program = *startAt("busyOffice", {100, 100, 600, 300}).first;
+    const auto service = std::make_shared<AtSpiService>();
+    const auto toolkit = [&service, pid = program.pid()] {
+        using Toolkit = std::optional<AtSpiToolkit>;
+        AtSpiBudget budget;
+        return service->ask<Toolkit>(
+            budget, [pid](AtSpiService::Core& core, AtSpiDeadline& deadline) -> Toolkit {
+                const auto found = core.applications.find(pid, deadline);
+                return found ? std::optional(found->toolkit) : std::nullopt;
+            });
+    };
+    std::optional<AtSpiToolkit> told;
+    ASSERT_TRUE(bench->desktop().waitUntil([&] {
+        told = toolkit();
+        return bench->desktop().log().find("asked for its name") != std::string::npos;
+    }));
+    EXPECT_EQ(told, std::nullopt);
+    program.signalAll(SIGUSR1);
+    ASSERT_TRUE(bench->desktop().waitUntil([&] {
+        told = toolkit();
+        return told.has_value();
+    }));
+    EXPECT_EQ(told, AtSpiToolkit::libreOffice);
 }
 
 }  // namespace

@@ -12,6 +12,7 @@
 #include <QStringList>
 #include <QTimer>
 #include <algorithm>
+#include <cstdio>
 #include <limits>
 
 namespace velmora::test {
@@ -35,6 +36,7 @@ constexpr int dripMilliseconds = 60;
 const QString rootPath = QStringLiteral("/org/a11y/atspi/accessible/root");
 const QString framePath = QStringLiteral("/org/a11y/atspi/accessible/1");
 const QString textPath = QStringLiteral("/org/a11y/atspi/accessible/text/0");
+const QString officeMode = QStringLiteral("busyOffice");
 const QString content = QStringLiteral("我们在学习中文词典");
 
 QVariantList boxed(const QVariant& value) {
@@ -88,6 +90,12 @@ bool HostileProgram::handleMessage(const QDBusMessage& message, const QDBusConne
         message.setDelayedReply(true);
         return true;
     }
+    if (!lies && isBusy(message)) {
+        std::puts("asked for its name while it is busy");
+        std::fflush(stdout);
+        message.setDelayedReply(true);
+        return true;
+    }
     if (lies && mode_ == QLatin1String("leaves") && message.member() == QLatin1String("GetText")) {
         _exit(0);
     }
@@ -108,6 +116,11 @@ bool HostileProgram::handleMessage(const QDBusMessage& message, const QDBusConne
         return true;
     }
     return bus.send(reply);
+}
+
+bool HostileProgram::isBusy(const QDBusMessage& message) const {
+    return mode_ == officeMode && message.path() == rootPath &&
+           askedProperty(message) == QLatin1String("Name");
 }
 
 bool HostileProgram::isText(const QDBusMessage& message) const {
@@ -157,6 +170,12 @@ std::optional<QVariantList> HostileProgram::honest(const QDBusMessage& message) 
 
 std::optional<QVariantList> HostileProgram::honestProperty(const QDBusMessage& message) const {
     const QString name = askedProperty(message);
+    if (mode_ == officeMode && message.path() == rootPath) {
+        if (name == QLatin1String("Name") || name == QLatin1String("ToolkitName")) {
+            return boxed(name == QLatin1String("Name") ? QStringLiteral("soffice")
+                                                       : QStringLiteral("gtk"));
+        }
+    }
     if (name == QLatin1String("Name")) {
         return boxed(isText(message) ? QString() : title_);
     }

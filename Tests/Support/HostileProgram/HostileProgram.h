@@ -44,6 +44,8 @@ class HostileProgram : public QDBusVirtualObject {
     std::optional<QVariantList> lieAboutText(const QDBusMessage& message);
     std::optional<QVariantList> lieAboutPlaces(const QDBusMessage& message);
 
+    /// An office suite that says which toolkit it uses and, until `turn`, not who it is.
+    bool isBusy(const QDBusMessage& message) const;
     bool isText(const QDBusMessage& message) const;
     BusReference reference(const QString& path) const;
     QVariantList next(const QDBusMessage& message) const;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Velmora/Platform/Linux/AtSpi/AtSpiApplications.h"
 
+#include <algorithm>
+
 #include "Velmora/Platform/Linux/AtSpi/AtSpiReply.h"
 #include "Velmora/Platform/Linux/AtSpi/AtSpiRequest.h"
 
@@ -74,8 +76,11 @@ std::optional<AtSpiToolkit> AtSpiApplications::toolkitOf(const AtSpiObject& root
         bus_.callOnce({atspirequest::toolkitName(root), atspirequest::toolkitVersion(root),
                        atspirequest::name(root)},
                       deadline);
+    // What it is gets remembered, and a program that is still busy with its start may answer the
+    // first of these in time and the last one too late: half of the answer would be another
+    // toolkit, which counts characters and places otherwise.
     const auto toolkit = atspireply::textProperty(replies.at(0), nameLimit);
-    if (!toolkit) {
+    if (!toolkit || std::any_of(replies.begin(), replies.end(), atspireply::isTimeout)) {
         return std::nullopt;
     }
     return atSpiToolkit(*toolkit,

@@ -63,7 +63,9 @@ FoundElement findFocus(AtSpiService::Core& core, const WindowInfo& window,
         return std::nullopt;
     }
     AtSpiHitTest test(core.bus, application->toolkit, deadline);
-    return found(core.bus, {*object, test.spaceOf(*object, frame->space)}, application->toolkit);
+    const AtSpiHit hit{*object, test.spaceOf(*object, frame->space)};
+    // Without its last answers the text would be looked for at another place than it stands.
+    return deadline.isOver() ? std::nullopt : found(core.bus, hit, application->toolkit);
 }
 
 Rect visiblePart(const WindowInfo& window) {

@@ -40,8 +40,12 @@ bool AtSpiTextReader::learn() {
     }
     const QList<QDBusMessage> replies = bus_.callAll(
         {atspirequest::interfaces(state_.object), atspirequest::role(state_.object)}, deadline_);
+    // A password field or a terminal whose role came too late would be read as any other text.
+    if (std::any_of(replies.begin(), replies.end(), atspireply::isTimeout)) {
+        return false;
+    }
     state_.role = atspireply::unsignedInteger(replies.at(1)).value_or(0);
-    state_.isLearnt = !atspireply::isTimeout(replies.at(0));
+    state_.isLearnt = true;
     // Passwords are nobody's reading matter.
     if (atspireply::offersText(replies.at(0)) && !isPassword(state_)) {
         const QDBusMessage count =

@@ -24,12 +24,16 @@ if(VELMORA_PRECOMPILE_HEADERS)
     add_compile_options("SHELL:-Xclang -fno-pch-timestamp" -fPIC)
 endif()
 
+# What the compiler tells of the headers it read is enough to find a result again: without it, each
+# source that is not in the cache is preprocessed once more than it is compiled.
 find_program(VELMORA_CCACHE ccache)
-if(VELMORA_CCACHE AND VELMORA_PRECOMPILE_HEADERS)
-    set(CMAKE_CXX_COMPILER_LAUNCHER env CCACHE_SLOPPINESS=pch_defines,time_macros "${VELMORA_CCACHE}")
-elseif(VELMORA_CCACHE)
-    set(CMAKE_CXX_COMPILER_LAUNCHER "${VELMORA_CCACHE}")
-    set(CMAKE_C_COMPILER_LAUNCHER "${VELMORA_CCACHE}")
+if(VELMORA_CCACHE)
+    set(launcher env CCACHE_DEPEND=1)
+    if(VELMORA_PRECOMPILE_HEADERS)
+        list(APPEND launcher CCACHE_SLOPPINESS=pch_defines,time_macros)
+    endif()
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${launcher} "${VELMORA_CCACHE}")
+    set(CMAKE_C_COMPILER_LAUNCHER ${launcher} "${VELMORA_CCACHE}")
 endif()
 
 find_program(VELMORA_LLD NAMES ld.lld ld.lld-14)

@@ -3,8 +3,8 @@
 
 #include <algorithm>
 #include <atomic>
+#include <chrono>
 #include <cmath>
-#include <map>
 #include <mutex>
 #include <stdexcept>
 #include <utility>
@@ -22,6 +22,9 @@ const char* const contractText =
     "plain words 词典 here\n";
 
 namespace {
+
+// What is told of a text's place holds once it did not change for so long.
+constexpr auto steadyFor = std::chrono::milliseconds(200);
 
 /// One screen without scaling, until a test says otherwise.
 class GivenScreens : public ScreenGeometrySource {
@@ -90,7 +93,8 @@ void AtSpiBench::setScreens(ScreenGeometry geometry) {
 }
 
 void AtSpiBench::moveWindow(const Rect& client) {
-    desktop_->placeWindow(window_.id, client);
+    looks_.clear();
+    desktop_->settleWindow(*program_, window_.id, client);
     desktop_->settledScreenshot({0, 0, 1600, 1000});
     for (const VirtualDesktop::Window& window : desktop_->windows()) {
         if (window.id == window_.id) {
@@ -113,23 +117,36 @@ AccessibilityElement::Pointer AtSpiBench::findNow(const std::string& text) {
     return nullptr;
 }
 
+AtSpiBench::Look AtSpiBench::look(const std::string& text,
+                                  const AccessibilityElement::Pointer& element) {
+    const std::int64_t location = element ? positionIn(*element, text) : -1;
+    return location < 0 ? Look{} : Look{element, element->boundsForRange({location, 1})};
+}
+
 AccessibilityElement::Pointer AtSpiBench::elementShowing(const std::string& text) {
-    AccessibilityElement::Pointer found;
+    // Asked for where it was last, so that its reads have the time of a whole query.
+    const auto again = [this](const Look& last) {
+        const auto hit = last.cell
+                             ? system().elementAtPosition({last.cell->midX(), last.cell->midY()})
+                             : nullptr;
+        return hit && hit->equals(*last.element) ? hit : nullptr;
+    };
+    Look& last = looks_[text];
+    auto since = std::chrono::steady_clock::now();
     desktop_->waitUntil([&] {
-        found = findNow(text);
-        return found != nullptr;
-    });
-    // Asked for again where it is, so that its reads have the time of a whole query.
-    const auto position = found ? found->position() : std::nullopt;
-    const auto size = found ? found->size() : std::nullopt;
-    if (position && size) {
-        const std::int64_t location = positionIn(*found, text);
-        if (const auto cell = found->boundsForRange({location, 1})) {
-            const auto again = system().elementAtPosition({cell->midX(), cell->midY()});
-            return again && again->equals(*found) ? again : found;
+        Look next = look(text, again(last));
+        if (!next.element) {
+            next = look(text, findNow(text));
         }
-    }
-    return found;
+        const auto now = std::chrono::steady_clock::now();
+        const bool isSame = next.element && last.element && next.element->equals(*last.element) &&
+                            next.cell == last.cell;
+        since = isSame ? since : now;
+        last = std::move(next);
+        return isSame && now - since >= steadyFor;
+    });
+    const AccessibilityElement::Pointer fresh = again(last);
+    return fresh ? fresh : last.element;
 }
 
 std::optional<Rect> AtSpiBench::ink(const Rect& area) {

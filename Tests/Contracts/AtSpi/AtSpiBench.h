@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -28,7 +29,7 @@ class AtSpiBench {
     AtSpiSystem& system();
     bool isTrusted() const;
 
-    /// Starts the program, puts its window in its place and waits until its text is found there.
+    /// Starts the program, puts its window in its place and waits until both rest.
     void start(std::vector<std::string> command, const ChildProcess::Environment& extra = {});
 
     /// Whether the backend may ask the window system what is selected, as it may until then.
@@ -43,8 +44,8 @@ class AtSpiBench {
     const VirtualDesktop::Window& window() const { return window_; }
     ChildProcess& program() { return *program_; }
 
-    /// The element whose value holds this text, found by looking at points of the window; null
-    /// after the deadline.
+    /// The element whose value holds this text, found by looking at points of the window until it
+    /// stays in one place; null after the deadline.
     AccessibilityElement::Pointer elementShowing(const std::string& text);
 
     /// The same on the present state of the screen, without waiting.
@@ -59,11 +60,21 @@ class AtSpiBench {
     void saveScreenshot(const std::string& name);
 
   private:
+    /// An element and where a text in it begins, if it tells.
+    struct Look {
+        AccessibilityElement::Pointer element;
+        std::optional<Rect> cell;
+    };
+
+    /// Nothing where the element does not show the text.
+    static Look look(const std::string& text, const AccessibilityElement::Pointer& element);
+
     struct Backend;
     std::unique_ptr<VirtualDesktop> desktop_;
     std::unique_ptr<Backend> backend_;
     ChildProcess* program_ = nullptr;
     VirtualDesktop::Window window_{};
+    std::map<std::string, Look> looks_;  ///< The last ones, to look there first.
 };
 
 /// The UTF-16 position of a text in an element's value; −1 where it is not.

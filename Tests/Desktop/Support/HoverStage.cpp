@@ -81,12 +81,12 @@ std::vector<TextLine> HoverStage::show(const ReadProgram& program, const Rect& a
         *started = &process;
     }
     const VirtualDesktop::Window window = windowOf(process);
-    desktop_.placeWindow(window.id, area);
+    desktop_.settleWindow(process, window.id, area);
     try {
         awaitLines(program, area);
         // What a program does after it showed the text first moves it about, and it may not tell
         // of its elements before.
-        desktop_.awaitRest(process);
+        desktop_.settleWindow(process, window.id, area);
         return awaitLines(program, area);
     } catch (const std::runtime_error& error) {
         throw std::runtime_error(program.name + ": " + error.what());

@@ -155,6 +155,14 @@ std::chrono::milliseconds ChildProcess::processorTime() const {
     return std::chrono::milliseconds(ticks * 1000 / sysconf(_SC_CLK_TCK));
 }
 
+long long ChildProcess::bytesRead() const {
+    long long bytes = 0;
+    for (const pid_t pid : members()) {
+        bytes += ProcessTable::bytesRead(pid);
+    }
+    return bytes;
+}
+
 void ChildProcess::end() {
     if (pid_ > 0 && !exitStatus_) {
         ::kill(pid_, SIGTERM);

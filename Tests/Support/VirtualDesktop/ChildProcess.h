@@ -50,6 +50,9 @@ class ChildProcess {
     /// What all processes of the program worked so far.
     std::chrono::milliseconds processorTime() const;
 
+    /// What all processes of the program read from disks so far, in bytes.
+    long long bytesRead() const;
+
     /// Asks the program to end, and ends what is left of it after some seconds.
     void end();
 

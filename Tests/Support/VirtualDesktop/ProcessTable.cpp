@@ -39,6 +39,17 @@ std::optional<ProcessTable::Line> ProcessTable::line(pid_t pid) {
     return Line{text.substr(begin + 1, end - begin - 1), parent, session, user + system};
 }
 
+long long ProcessTable::bytesRead(pid_t pid) {
+    std::ifstream file("/proc/" + std::to_string(pid) + "/io");
+    const std::string key = "read_bytes: ";
+    for (std::string text; std::getline(file, text);) {
+        if (text.starts_with(key)) {
+            return std::stoll(text.substr(key.size()));
+        }
+    }
+    return 0;
+}
+
 std::vector<pid_t> ProcessTable::all() {
     std::vector<pid_t> pids;
     std::error_code error;

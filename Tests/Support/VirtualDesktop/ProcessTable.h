@@ -22,6 +22,10 @@ class ProcessTable {
     /// Nothing for a process that has ended, also where nobody has asked for its status yet.
     static std::optional<Line> line(pid_t pid);
 
+    /// What a process had read from disks so far, in bytes, its mapped files included; zero for one
+    /// that has ended or is not ours.
+    static long long bytesRead(pid_t pid);
+
     static std::vector<pid_t> all();
 
     /// Ends these at once and waits until they are gone, those that are not our children included.

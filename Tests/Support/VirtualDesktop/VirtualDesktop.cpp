@@ -5,6 +5,7 @@
 
 #include <QImage>
 #include <QString>
+#include <algorithm>
 #include <cmath>
 #include <fstream>
 #include <optional>
@@ -178,6 +179,7 @@ void VirtualDesktop::awaitRest(const ChildProcess& program, Milliseconds timeout
     constexpr auto stretch = std::chrono::milliseconds(500);
     constexpr auto little = std::chrono::milliseconds(30);  // A blinking caret, a clock.
     Milliseconds before = program.processorTime();
+    long long readBefore = program.bytesRead();
     auto since = Clock::now();
     waitUntil(
         [&] {
@@ -186,8 +188,11 @@ void VirtualDesktop::awaitRest(const ChildProcess& program, Milliseconds timeout
             }
             const Milliseconds worked = program.processorTime() - before;
             before += worked;
+            // Who waits for a cold disk works as little as who has nothing to do.
+            const long long read = program.bytesRead() - readBefore;
+            readBefore += read;
             since = Clock::now();
-            return worked <= little;
+            return worked <= little && read <= 0;
         },
         timeout);
 }
@@ -212,6 +217,26 @@ void VirtualDesktop::placeWindow(std::uint64_t window, const Rect& client) {
     if (!placed) {
         throw std::runtime_error("the window does not move to its place; it stands at " + where);
     }
+}
+
+void VirtualDesktop::settleWindow(const ChildProcess& program, std::uint64_t window,
+                                  const Rect& client) {
+    const auto place = [this, window] {
+        const std::vector<Window> all = windows();
+        const auto found = std::find_if(all.begin(), all.end(),
+                                        [window](const Window& each) { return each.id == window; });
+        return found == all.end() ? Rect{} : found->client;
+    };
+    const auto deadline = Clock::now() + patience;
+    Rect before;
+    do {
+        if (Clock::now() >= deadline) {
+            throw std::runtime_error("the program goes on moving its window");
+        }
+        placeWindow(window, client);
+        before = place();
+        awaitRest(program);
+    } while (!(place() == before));
 }
 
 void VirtualDesktop::activateWindow(std::uint64_t window) {

@@ -85,13 +85,18 @@ class VirtualDesktop {
     /// condition holds; false after the deadline.
     bool waitUntil(const std::function<bool()>& condition, Milliseconds timeout = patience);
 
-    /// Waits until the program has next to nothing to do for a while; goes on after the time in
-    /// any case, since some never rest.
+    /// Waits until the program has next to nothing to do for a while and reads nothing from disks;
+    /// goes on after the time in any case, since some never rest.
     void awaitRest(const ChildProcess& program, Milliseconds timeout = std::chrono::seconds(15));
 
     /// Moves and resizes a window as a pager would, and waits until it stands there, give or take
     /// its decoration.
     void placeWindow(std::uint64_t window, const Rect& client);
+
+    /// The same for a program that has just shown its window: waits until the window rests there
+    /// together with the program, and places it again as often as the program moves it. Those that
+    /// load a document still maximise their windows then.
+    void settleWindow(const ChildProcess& program, std::uint64_t window, const Rect& client);
 
     /// Gives a window the focus as a pager would, and waits until it or one inside it has it.
     void activateWindow(std::uint64_t window);

@@ -25,6 +25,10 @@ class RecognizerFaults : public testing::Test {
     /// The process that reads pixels, or −1 where none runs.
     static pid_t worker();
 
+    /// The same, waiting for it: after several failures it comes back some seconds later, when
+    /// something is to be read.
+    static pid_t awaitWorker();
+
     /// Hovers now here and now there until a word is read; the hovers that found nothing.
     static int hoversUntilRead();
 
@@ -44,6 +48,24 @@ pid_t RecognizerFaults::worker() {
         }
     }
     return -1;
+}
+
+pid_t RecognizerFaults::awaitWorker() {
+    std::size_t position = 0;
+    stage().desktop().waitUntil([&position] {
+        if (worker() > 0) {
+            return true;
+        }
+        // What was read before needs nobody to read it.
+        stage().leave();
+        stage().hover(position % 2 == 0 ? 0 : 5, position % SampleText::charactersPerLine);
+        ++position;
+        return worker() > 0;
+    });
+    stage().leave();
+    // One that has just come back still loads its languages.
+    stage().desktop().awaitRest(stage().velmora().process());
+    return worker();
 }
 
 int RecognizerFaults::hoversUntilRead() {
@@ -71,7 +93,7 @@ void RecognizerFaults::expectAnswer() {
 TEST_F(RecognizerFaults, ReadingGoesOnAfterACrash) {
     hoversUntilRead();
     for (const int signal : {SIGKILL, SIGSEGV, SIGABRT}) {
-        const pid_t before = worker();
+        const pid_t before = awaitWorker();
         ASSERT_GT(before, 0);
         ASSERT_EQ(kill(before, signal), 0);
         expectAnswer();
@@ -83,8 +105,7 @@ TEST_F(RecognizerFaults, ReadingGoesOnAfterACrash) {
 
 TEST_F(RecognizerFaults, AReaderThatHangsIsReplaced) {
     hoversUntilRead();
-    stage().leave();
-    const pid_t before = worker();
+    const pid_t before = awaitWorker();
     ASSERT_GT(before, 0);
     ASSERT_EQ(kill(before, SIGSTOP), 0);
     expectAnswer();

@@ -159,6 +159,9 @@ Hover HoverStage::hover(Point place) {
     result.pointer = place;
     const Point rested = screens_.points(place);
     const std::size_t before = velmora_->records().size();
+    if (before == 0) {
+        noteOtherWindows();
+    }
     const std::size_t momentsBefore = velmora_->moments().size();
     desktop_.movePointer(static_cast<int>(place.x), static_cast<int>(place.y));
     desktop_.waitUntil(
@@ -205,6 +208,13 @@ Hover HoverStage::hover(Point place) {
     return result;
 }
 
+void HoverStage::noteOtherWindows() {
+    otherWindows_.clear();
+    for (const VirtualDesktop::Window& window : velmora_->windows()) {
+        otherWindows_.insert(window.id);
+    }
+}
+
 void HoverStage::collectWindows(Hover& hover) const {
     hover.highlight.reset();
     hover.popover.reset();
@@ -217,6 +227,9 @@ void HoverStage::collectWindows(Hover& hover) const {
             outset));
     const double scale = screens_.monitorAt(hover.pointer).scale;
     for (const VirtualDesktop::Window& window : velmora_->windows()) {
+        if (otherWindows_.contains(window.id)) {
+            continue;
+        }
         const Rect& frame = window.client;
         const bool isHighlight = std::abs(frame.midX() - expected.midX()) < 2 * scale &&
                                  std::abs(frame.midY() - expected.midY()) < 2 * scale &&

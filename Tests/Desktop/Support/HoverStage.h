@@ -4,6 +4,7 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -102,6 +103,10 @@ class HoverStage {
                                ChildProcess** started = nullptr);
 
   private:
+    /// Before the first lookup there are no panels: what there is then greets at the start, on a
+    /// slow machine for longer than the first hover takes.
+    void noteOtherWindows();
+
     VirtualDesktop::Window windowOf(const ChildProcess& program);
     std::vector<TextLine> awaitLines(const ReadProgram& program, const Rect& area);
     void keepPicture();
@@ -111,6 +116,7 @@ class HoverStage {
     StageScreens screens_;
     ChildProcess* program_ = nullptr;
     std::uint64_t windowId_ = 0;
+    std::set<std::uint64_t> otherWindows_;  ///< Of ours, and no panels of a lookup.
     Rect area_;
     std::vector<TextLine> lines_;
     Image clean_;

@@ -2,9 +2,11 @@
 # Most of the time that a source takes goes into the headers of the libraries, which are the same for
 # all. With VELMORA_PRECOMPILE_HEADERS they are read once for each kind of target: with the toolkit
 # or without it, with the test framework or without it. A build without it is what finds a source that
-# does not include what it uses.
+# does not include what it uses, and scripts/check-includes among the tests, some of which that build
+# compiles as one.
 #
-# clang only: what it made of headers under some definitions it takes for those with more, too.
+# clang only: what it made of headers under some definitions it takes for those with more, too; and
+# gcc takes as long to load what it made of them as to read them.
 
 # velmora_links(RESULT TARGET LIBRARY…): whether one of the libraries reaches the target's sources,
 # which it does not where only a link needs it.

@@ -8,7 +8,14 @@
 
 namespace velmora {
 
-AnimatedGIFView::AnimatedGIFView(QQuickItem* parent) : QQuickPaintedItem(parent) {}
+AnimatedGIFView::AnimatedGIFView(QQuickItem* parent) : QQuickPaintedItem(parent) {
+    connect(&next_, &QFutureWatcherBase::finished, this, &AnimatedGIFView::showNext);
+    nextTime_.setSingleShot(true);
+    connect(&nextTime_, &QTimer::timeout, this, [this] {
+        isNextDue_ = true;
+        showNext();
+    });
+}
 
 AnimatedGIFView::~AnimatedGIFView() = default;
 
@@ -24,7 +31,7 @@ void AnimatedGIFView::setPlaying(bool playing) {
     if (playing != playing_) {
         playing_ = playing;
         emit playingChanged();
-        applyPlaying();
+        waitForNextTime();
     }
 }
 
@@ -38,42 +45,57 @@ void AnimatedGIFView::setRadius(double radius) {
 
 void AnimatedGIFView::load() {
     const QString file = QStringLiteral(":/animations/%1.gif").arg(resourceName_);
-    if (movie_ || !QFile::exists(file)) {
+    if (reader_ || !QFile::exists(file)) {
         return;
     }
-    auto movie = std::make_unique<QMovie>(file);
-    if (!movie->isValid()) {
+    auto reader = std::make_unique<AnimationReader>(file);
+    if (!reader->isValid()) {
         return;
     }
-    movie_ = std::move(movie);
-    connect(movie_.get(), &QMovie::frameChanged, this, [this] { update(); });
-    movie_->jumpToFrame(0);
-    applyPlaying();
+    reader_ = std::move(reader);
+    readNext();
 }
 
-void AnimatedGIFView::applyPlaying() {
-    if (!movie_) {
+void AnimatedGIFView::readNext() {
+    next_.setFuture(reader_->next());
+}
+
+void AnimatedGIFView::showNext() {
+    const bool isWanted = playing_ || frame_.image.isNull();
+    if (!isNextDue_ || !isWanted || !next_.isFinished()) {
         return;
     }
-    if (!playing_) {
-        movie_->setPaused(true);
-    } else if (movie_->state() == QMovie::NotRunning) {
-        movie_->start();
+    isNextDue_ = false;
+    frame_ = next_.result();
+    update();
+    if (!frame_.image.isNull()) {
+        readNext();
+        waitForNextTime();
+    }
+}
+
+/// A frame stays for its whole time once more after a pause.
+void AnimatedGIFView::waitForNextTime() {
+    if (playing_ && !frame_.image.isNull()) {
+        nextTime_.start(frame_.delay);
     } else {
-        movie_->setPaused(false);
+        nextTime_.stop();
     }
 }
 
 void AnimatedGIFView::paint(QPainter* painter) {
-    if (!movie_ || width() <= 0 || height() <= 0) {
+    if (!reader_ || width() <= 0 || height() <= 0) {
         return;
+    }
+    if (frame_.image.isNull()) {
+        next_.waitForFinished();
+        showNext();
     }
     painter->setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
     if (radius_ > 0) {
         painter->setClipPath(roundedPath(boundingRect(), radius_));
     }
-    const QImage frame = movie_->currentImage();
-    painter->drawImage(boundingRect(), frame);
+    painter->drawImage(boundingRect(), frame_.image);
 }
 
 }  // namespace velmora

@@ -2,10 +2,13 @@
 #pragma once
 
 #include <QtQml/qqmlregistration.h>
-#include <QMovie>
+#include <QFutureWatcher>
 #include <QQuickPaintedItem>
 #include <QString>
+#include <QTimer>
 #include <memory>
+
+#include "Velmora/Presentation/AnimationReader.h"
 
 namespace velmora {
 
@@ -33,8 +36,9 @@ class AnimatedGIFView : public QQuickPaintedItem {
     void setPlaying(bool playing);
     void setRadius(double radius);
 
-    bool hasAnimation() const { return movie_ != nullptr; }
+    bool hasAnimation() const { return reader_ != nullptr; }
 
+    /// Waits for the first frame where that is not read yet.
     void paint(QPainter* painter) override;
 
   signals:
@@ -44,12 +48,18 @@ class AnimatedGIFView : public QQuickPaintedItem {
 
   private:
     void load();
-    void applyPlaying();
+    void readNext();
+    void showNext();
+    void waitForNextTime();
 
     QString resourceName_;
     bool playing_ = true;
     double radius_ = 0;
-    std::unique_ptr<QMovie> movie_;
+    std::unique_ptr<AnimationReader> reader_;
+    AnimationFrame frame_;                 ///< The one that is shown.
+    QFutureWatcher<AnimationFrame> next_;  ///< The one behind it.
+    QTimer nextTime_;
+    bool isNextDue_ = true;  ///< It is to be shown as soon as it is read.
 };
 
 }  // namespace velmora

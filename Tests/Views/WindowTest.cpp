@@ -41,6 +41,8 @@ void WindowTest::clickAt(QQuickItem& item, QPointF position) {
 }
 
 void WindowTest::press(QWindow& window, int key, Qt::KeyboardModifiers modifiers) {
+    // Keys go to windows that are there, and ours come by and by.
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
     QTest::keyClick(&window, static_cast<Qt::Key>(key), modifiers);
 }
 

@@ -32,6 +32,8 @@ ViewWindow::ViewWindow(Theme& theme, std::unique_ptr<QQuickItem> view)
     connect(&theme_, &Theme::changed, this, &ViewWindow::applyTheme);
     appearance_.setSingleShot(true);
     connect(&appearance_, &QTimer::timeout, this, &ViewWindow::appear);
+    firstFrame_.setSingleShot(true);
+    connect(&firstFrame_, &QTimer::timeout, this, &ViewWindow::paintFirstFrame);
     applyTheme();
 }
 
@@ -81,8 +83,31 @@ void ViewWindow::present() {
 }
 
 void ViewWindow::appear() {
-    show();
-    bringUp();
+    if (isDrawn_) {
+        show();
+        bringUp();
+        return;
+    }
+    // The frame is kept and on the screen as soon as the window is.
+    isDrawn_ = true;
+    grabWindow();
+    appearance_.start(0);
+}
+
+/// A window that comes to the screen meets many events at once, for each of which the toolkit asks
+/// the display something. The first frame is not one of them but follows them.
+void ViewWindow::exposeEvent(QExposeEvent* event) {
+    if (isPainted_ || !isExposed()) {
+        QQuickWindow::exposeEvent(event);
+    } else {
+        firstFrame_.start(0);
+    }
+}
+
+void ViewWindow::paintFirstFrame() {
+    isPainted_ = true;
+    QExposeEvent whole(QRect(QPoint(0, 0), size()));
+    QQuickWindow::exposeEvent(&whole);
 }
 
 void ViewWindow::bringUp() {
@@ -94,6 +119,7 @@ void ViewWindow::dispose(std::unique_ptr<ViewWindow> window) {
     if (window) {
         window->closed_ = {};
         window->appearance_.stop();
+        window->firstFrame_.stop();
         window->hide();
         window.release()->deleteLater();
     }

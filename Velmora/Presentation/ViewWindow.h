@@ -50,9 +50,11 @@ class ViewWindow : public QQuickWindow {
 
   protected:
     bool event(QEvent* event) override;
+    void exposeEvent(QExposeEvent* event) override;
 
   private:
     void appear();
+    void paintFirstFrame();
     void bringUp();
     void applyTheme();
     bool isFrameless() const { return flags().testFlag(Qt::FramelessWindowHint); }
@@ -61,6 +63,9 @@ class ViewWindow : public QQuickWindow {
     std::unique_ptr<QQuickItem> view_;
     std::function<void()> closed_;
     QTimer appearance_;
+    QTimer firstFrame_;
+    bool isDrawn_ = false;    ///< Its first frame is made.
+    bool isPainted_ = false;  ///< It is on the screen.
     QRect closingFrame_;
 };
 

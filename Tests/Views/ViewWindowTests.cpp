@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+#include "Velmora/Presentation/ViewWindow.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+#include "Tests/Views/ViewTest.h"
+
+namespace velmora::test {
+
+namespace {
+
+class ViewWindowTest : public ViewTest {
+  protected:
+    std::unique_ptr<ViewWindow> window() {
+        auto result = std::make_unique<ViewWindow>(
+            views.theme(), views.create(QStringLiteral("LaunchFlashView"),
+                                        {{QStringLiteral("cornerRadius"), 0.0}}));
+        result->makeTitled({0, 0, 1600, 1000});
+        return result;
+    }
+};
+
+TEST_F(ViewWindowTest, IsDrawnBeforeItComesToTheScreenAndPaintedAfterIt) {
+    const auto shown = window();
+    const QSignalSpy drawn(shown.get(), &QQuickWindow::afterRendering);
+    const QSignalSpy painted(shown.get(), &QQuickWindow::frameSwapped);
+    shown->present();
+    EXPECT_FALSE(shown->isVisible());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return drawn.count() > 0; }));
+    EXPECT_FALSE(shown->isVisible());
+    EXPECT_TRUE(QTest::qWaitForWindowExposed(shown.get()));
+    EXPECT_EQ(painted.count(), 0);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return painted.count() > 0; }));
+}
+
+TEST_F(ViewWindowTest, ComesOnceHoweverOftenItIsAskedFor) {
+    const auto shown = window();
+    const QSignalSpy visibility(shown.get(), &QWindow::visibleChanged);
+    shown->present();
+    shown->present();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(shown.get()));
+    shown->present();
+    EXPECT_TRUE(shown->isVisible());
+    EXPECT_EQ(visibility.count(), 1);
+}
+
+TEST_F(ViewWindowTest, NeverComesOnceItIsDisposedOf) {
+    auto shown = window();
+    const QSignalSpy gone(shown.get(), &QObject::destroyed);
+    const QSignalSpy visibility(shown.get(), &QWindow::visibleChanged);
+    shown->present();
+    ViewWindow::dispose(std::move(shown));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return gone.count() > 0; }));
+    EXPECT_EQ(visibility.count(), 0);
+}
+
+}  // namespace
+
+}  // namespace velmora::test

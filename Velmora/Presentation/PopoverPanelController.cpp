@@ -193,10 +193,24 @@ std::vector<std::function<void()>> PopoverPanelController::warmUpSteps() {
     };
     add([](PanelWindow& panel) { panel.create(); });
     add([](PanelWindow& panel) { panel.prepareShadow(); });
+    // The shapes that the pointer takes over our windows are read when they are set first.
+    for (const Qt::CursorShape shape : {Qt::PointingHandCursor, Qt::ArrowCursor}) {
+        add([shape](PanelWindow& panel) { panel.setCursor(shape); });
+    }
+    add([](PanelWindow& panel) { panel.unsetCursor(); });
     // The least one first: what it shares with the others is there then.
     const auto sample = std::make_shared<const LookupResult>(sampleResult());
     addView("PinyinPopoverView", {110, 38},
             [this, sample] { return makePinyin(sample->entry.pinyinMarked, 1); });
+    // Its parts by and by: each is read when it is made for the first time.
+    LookupResult part = *sample;
+    part.characterBreakdown.clear();
+    part.entry.examples.clear();
+    const LookupResult withGlosses = part;
+    part.entry.definitions.clear();
+    for (const LookupResult& each : {part, withGlosses}) {
+        add([this, each](PanelWindow& panel) { panel.setView(makeEntry(each, true, 1)); });
+    }
     addView("EntryPopoverView", {360, 360}, [this, sample] { return makeEntry(*sample, true, 1); });
     addView("SelectionPopoverView", {430, 430},
             [this, sample] { return makeSelection({*sample}, sample->matchedText, true, 1); });

@@ -100,6 +100,24 @@ TEST_F(X11ApplicationShellTests, OtherStatesStay) {
               states.end());
 }
 
+TEST_F(X11ApplicationShellTests, TheToolkitLearnsThatAWindowIsPutAway) {
+    QRasterWindow window;
+    window.resize(300, 200);
+    window.show();
+    ASSERT_TRUE(EventLoop::waitUntil([&] { return isListed(window) && window.isExposed(); }));
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = static_cast<xcb_window_t>(window.winId());
+    message.type = connection.atom("WM_CHANGE_STATE");
+    message.data.data32[0] = 3;  // To an icon.
+    xcb_send_event(connection.get(), 0, connection.root(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                   reinterpret_cast<const char*>(&message));
+    xcb_flush(connection.get());
+    EXPECT_TRUE(EventLoop::waitUntil([&] { return window.windowState() == Qt::WindowMinimized; }));
+}
+
 TEST_F(X11ApplicationShellTests, ActivatesOverAnotherProgram) {
     QRasterWindow window;
     window.resize(300, 200);

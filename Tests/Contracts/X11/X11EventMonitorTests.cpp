@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
 #include <string>
 #include <vector>
 
@@ -403,6 +404,54 @@ TEST_F(X11EventMonitorTests, AskingForThePlaceLosesNoEvent) {
     monitor.modifierFlags();
     ASSERT_TRUE(waitFor(2));
     EXPECT_EQ(seen, (Seen{"global moved", "global down"}));
+}
+
+TEST_F(X11EventMonitorTests, TellingWaitsForNobody) {
+    watchEverything();
+    EventLoop::settle();
+    server.movePointer(300, 100);
+    server.pause();
+    EXPECT_TRUE(EventLoop::handleNow());
+    EXPECT_EQ(seen, Seen());
+    server.goOn();
+    ASSERT_TRUE(waitFor(1));
+    EXPECT_EQ(seen, Seen{"global moved"});
+}
+
+TEST_F(X11EventMonitorTests, ThePlaceOfAnEventIsKnownWithoutAQuestion) {
+    Point inHandler;
+    Point posted;
+    monitor.addGlobalMonitor(EventMask::mouseMoved, [&](ModifierFlags) {
+        server.pause();
+        inHandler = monitor.mouseLocation();
+        QMetaObject::invokeMethod(
+            QCoreApplication::instance(),
+            [&] {
+                posted = monitor.mouseLocation();
+                server.goOn();
+                seen.emplace_back("posted");
+            },
+            Qt::QueuedConnection);
+    });
+    server.movePointer(300, 100);
+    ASSERT_TRUE(waitFor(1));
+    EXPECT_EQ(inHandler, (Point{300, 900}));
+    EXPECT_EQ(posted, (Point{300, 900}));
+    // Later it is asked for, since the pointer may be set without an event.
+    server.warpPointer(400, 200);
+    EXPECT_EQ(monitor.mouseLocation(), (Point{400, 800}));
+}
+
+TEST_F(X11EventMonitorTests, AnAnswerThatComesWithAnotherIsTold) {
+    watchEverything();
+    EventLoop::settle();
+    server.movePointer(300, 100);
+    server.pause();
+    EXPECT_TRUE(EventLoop::handleNow());
+    server.goOn();
+    monitor.modifierFlags();  // Reads the answer that is under way too.
+    ASSERT_TRUE(waitFor(1));
+    EXPECT_EQ(seen, Seen{"global moved"});
 }
 
 TEST_F(X11EventMonitorTests, SurvivesTheServersEnd) {

@@ -153,6 +153,19 @@ TEST_F(X11ScreensTests, APanelThatComesLaterIsFollowed) {
     EXPECT_TRUE(becomesVisible(0, {0, 60, 3520, 1200}));
 }
 
+TEST_F(X11ScreensTests, FollowingWaitsForNobody) {
+    start();
+    EventLoop::settle();
+    const auto bar = panel.open({0, 0, 3520, 24});
+    panel.setProperty(bar, "_NET_WM_STRUT", "CARDINAL", {0, 0, 24, 0});
+    panel.setProperty(0, "_NET_CLIENT_LIST", "WINDOW", {bar});
+    server.pause();
+    EXPECT_TRUE(EventLoop::handleNow());
+    EXPECT_EQ(visible(0), (Rect{0, 0, 3520, 1260}));
+    server.goOn();
+    EXPECT_TRUE(becomesVisible(0, {0, 0, 3520, 1236}));
+}
+
 TEST_F(X11ScreensTests, AbsurdStrutsTakeNothing) {
     const auto bar = panel.open({0, 0, 3520, 24});
     panel.setProperty(bar, "_NET_WM_STRUT_PARTIAL", "CARDINAL",

@@ -11,12 +11,11 @@
 #include "Velmora/Platform/LinuxX11/X11EventPump.h"
 #include "Velmora/Platform/LinuxX11/X11InputSelection.h"
 #include "Velmora/Platform/LinuxX11/X11Ownership.h"
+#include "Velmora/Platform/LinuxX11/X11PointerInquiry.h"
 #include "Velmora/Platform/LinuxX11/X11PointerState.h"
 
 namespace velmora {
 namespace {
-
-constexpr int nestingLimit = 8;
 
 constexpr std::uint32_t bits(EventMask mask) {
     return static_cast<std::uint32_t>(mask);
@@ -54,18 +53,20 @@ struct X11EventMonitor::Parts {
           connection(display),
           ownership(connection, application),
           selection(connection),
+          inquiry(connection, ownership, selection.masterPointer()),
           pump(
               connection, [this](const xcb_generic_event_t& event) { note(event); },
-              [this] { tell(); }) {}
+              [this] { finish(); }) {}
 
     Token add(bool isLocal, EventMask mask, Handler handler);
     void updateSelection();
     void note(const xcb_generic_event_t& event);
     void noteRaw(const X11InputSelection::Raw& raw);
-    void tell();
+    void finish();
+    void inquire();
+    void tell(const X11PointerInquiry::Result& result);
     void call(const Occurrence& occurrence, bool isLocal, ModifierFlags flags);
-    bool isOverOurs(xcb_window_t child);
-    std::optional<X11PointerState> askPointer();
+    std::optional<X11PointerState> waitForPointer();
 
     const ScreenGeometrySource& geometry;
     X11Connection connection;
@@ -73,10 +74,14 @@ struct X11EventMonitor::Parts {
     X11InputSelection selection;
     std::map<Token, Monitor> monitors;
     Token lastToken = 0;
-    std::vector<Occurrence> occurrences;
+    std::vector<Occurrence> occurrences;  ///< Those that nobody has asked about yet.
+    std::vector<Occurrence> inquired;     ///< Those that an inquiry is under way about.
+    bool hasNews = false;                 ///< Something happened since the last inquiry began.
     std::set<std::uint32_t> heldButtons;
     ModifierFlags lastFlags;
     Point lastNative;
+    bool isPlaceFresh = false;  ///< `lastNative` is that of the event being handled.
+    X11PointerInquiry inquiry;
     X11EventPump pump;
 };
 
@@ -97,22 +102,26 @@ void X11EventMonitor::Parts::updateSelection() {
     const bool pointer = (wanted & (bits(EventMask::mouseMoved) | bits(EventMask::anyMouseDown)));
     const bool modifiers = (wanted & bits(EventMask::flagsChanged)) != 0;
     selection.select(pointer, modifiers);
-    if (const auto state = askPointer()) {
+    if (const auto state = waitForPointer()) {
         heldButtons = state->buttons;
         lastFlags = state->flags;
     }
-    pump.keepEarlyEvents();
 }
 
-std::optional<X11PointerState> X11EventMonitor::Parts::askPointer() {
+std::optional<X11PointerState> X11EventMonitor::Parts::waitForPointer() {
     auto state = x11PointerState(connection, selection.masterPointer(), connection.root());
     if (state) {
         lastNative = state->native;
+    }
+    pump.keepEarlyEvents();
+    if (inquiry.isUnderWay()) {
+        pump.finishSoon();
     }
     return state;
 }
 
 void X11EventMonitor::Parts::note(const xcb_generic_event_t& event) {
+    hasNews = true;
     if (const auto raw = selection.rawEvent(event)) {
         noteRaw(*raw);
     } else if (const auto flags = selection.modifierEvent(event)) {
@@ -144,22 +153,39 @@ void X11EventMonitor::Parts::noteRaw(const X11InputSelection::Raw& raw) {
     }
 }
 
-void X11EventMonitor::Parts::tell() {
-    const std::vector<Occurrence> batch = std::exchange(occurrences, {});
-    // Also after releases: a button that was let go unseen (its device was unplugged) is let go
-    // now.
-    const auto state = askPointer();
-    if (!state) {
-        return;
+/// One inquiry after the other; what happens during one is told with the next.
+void X11EventMonitor::Parts::finish() {
+    do {
+        if (!inquiry.isUnderWay()) {
+            inquire();
+        }
+        if (const auto result = inquiry.take()) {
+            tell(*result);
+        }
+    } while (hasNews && !inquiry.isUnderWay() && connection.isOpen());
+}
+
+/// Also after releases: a button that was let go unseen (its device was unplugged) is let go now.
+void X11EventMonitor::Parts::inquire() {
+    if (std::exchange(hasNews, false)) {
+        inquired = std::exchange(occurrences, {});
+        inquiry.begin();
     }
-    heldButtons = state->buttons;
-    if (batch.empty()) {
-        return;
+}
+
+void X11EventMonitor::Parts::tell(const X11PointerInquiry::Result& result) {
+    lastNative = result.state.native;
+    // What was pressed or let go since may be older or newer than the answer; the next one tells.
+    if (!hasNews) {
+        heldButtons = result.state.buttons;
     }
-    const bool isLocal = isOverOurs(state->child);
-    for (const Occurrence& occurrence : batch) {
-        call(occurrence, isLocal, occurrence.flags.value_or(state->flags));
+    isPlaceFresh = true;
+    for (const Occurrence& occurrence : std::exchange(inquired, {})) {
+        call(occurrence, result.isOverOurs, occurrence.flags.value_or(result.state.flags));
     }
+    // Behind what the handlers have posted.
+    QMetaObject::invokeMethod(
+        &pump, [this] { isPlaceFresh = false; }, Qt::QueuedConnection);
 }
 
 void X11EventMonitor::Parts::call(const Occurrence& occurrence, bool isLocal, ModifierFlags flags) {
@@ -176,18 +202,6 @@ void X11EventMonitor::Parts::call(const Occurrence& occurrence, bool isLocal, Mo
             handler(flags.masked());
         }
     }
-}
-
-bool X11EventMonitor::Parts::isOverOurs(xcb_window_t child) {
-    // A window of ours may sit inside a window manager's frame.
-    for (int level = 0; level < nestingLimit && child != XCB_WINDOW_NONE; ++level) {
-        if (ownership.isOurs(child)) {
-            return true;
-        }
-        const auto state = x11PointerState(connection, selection.masterPointer(), child);
-        child = state ? state->child : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
-    }
-    return false;
 }
 
 X11EventMonitor::X11EventMonitor(const ScreenGeometrySource& geometry,
@@ -211,14 +225,14 @@ void X11EventMonitor::removeMonitor(Token token) {
 }
 
 Point X11EventMonitor::mouseLocation() {
-    parts_->askPointer();
-    parts_->pump.keepEarlyEvents();
+    if (!parts_->isPlaceFresh) {
+        parts_->waitForPointer();
+    }
     return parts_->geometry.current().screenFromNative(parts_->lastNative);
 }
 
 ModifierFlags X11EventMonitor::modifierFlags() {
-    const auto state = parts_->askPointer();
-    parts_->pump.keepEarlyEvents();
+    const auto state = parts_->waitForPointer();
     return state ? state->flags.masked() : ModifierFlags();
 }
 

@@ -16,6 +16,7 @@ namespace velmora {
 /// that let input through do not count. Motion with a button held is no move, turning a wheel is no
 /// press, and motions that arrive together are one. While no monitor is installed the server sends
 /// nothing, and while nothing happens nothing runs. Setting the pointer (warping it) is no event.
+/// Telling of an event waits for nobody, however long the server is at work for others.
 class X11EventMonitor : public EventMonitor {
   public:
     /// `geometry` outlives this; `application` tells which windows are ours besides those that the
@@ -28,7 +29,8 @@ class X11EventMonitor : public EventMonitor {
     Token addLocalMonitor(EventMask mask, Handler handler) override;
     void removeMonitor(Token token) override;
 
-    /// The last known place once the server is gone.
+    /// While an event is handled, what its handlers posted included, the place where the pointer
+    /// was when it was told; the last known place once the server is gone.
     Point mouseLocation() override;
     ModifierFlags modifierFlags() override;
 

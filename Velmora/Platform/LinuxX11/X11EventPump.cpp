@@ -26,13 +26,13 @@ XcbOwned<xcb_generic_event_t> X11EventPump::next() {
 
 void X11EventPump::drain() {
     auto event = next();
-    while (event) {
+    do {
         for (; event; event = next()) {
             handle_(*event);
         }
         finish_();
         event = next();  // What came while the batch was being finished.
-    }
+    } while (event);
     if (!connection_.isOpen()) {
         notifier_->setEnabled(false);  // The end of a connection stays readable for ever.
     }
@@ -44,9 +44,13 @@ void X11EventPump::keepEarlyEvents() {
         early_.push_back(std::move(event));
     }
     if (!isScheduled && !early_.empty()) {
-        QMetaObject::invokeMethod(
-            this, [this] { drain(); }, Qt::QueuedConnection);
+        finishSoon();
     }
+}
+
+void X11EventPump::finishSoon() {
+    QMetaObject::invokeMethod(
+        this, [this] { drain(); }, Qt::QueuedConnection);
 }
 
 }  // namespace velmora

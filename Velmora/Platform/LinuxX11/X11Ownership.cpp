@@ -53,11 +53,17 @@ std::optional<std::uint32_t> X11Ownership::answeredByServer(
     return std::nullopt;
 }
 
-bool X11Ownership::isOurs(xcb_window_t window) {
-    if (application_.contains(window)) {
-        return true;
+X11Ownership::OwnerQuestion X11Ownership::askForOwner(xcb_window_t window) {
+    OwnerQuestion question{window, std::nullopt};
+    if (ourServerProcessId_ && !application_.contains(window)) {
+        question.server = askServer(window);
     }
-    return ourServerProcessId_ && serverProcessId(window) == ourServerProcessId_;
+    return question;
+}
+
+bool X11Ownership::isOurs(const OwnerQuestion& question) {
+    return application_.contains(question.window) ||
+           (question.server && answeredByServer(*question.server) == ourServerProcessId_);
 }
 
 std::uint32_t X11Ownership::clientOf(xcb_window_t window) const {

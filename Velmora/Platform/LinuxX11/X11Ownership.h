@@ -22,7 +22,15 @@ class X11Ownership {
   public:
     X11Ownership(X11Connection& connection, const X11ClientRange& application);
 
-    bool isOurs(xcb_window_t window);
+    /// What was asked about who made a window, answered later.
+    struct OwnerQuestion {
+        xcb_window_t window = XCB_WINDOW_NONE;
+        std::optional<xcb_res_query_client_ids_cookie_t> server;
+    };
+    OwnerQuestion askForOwner(xcb_window_t window);
+    /// Waits where the answer is not there yet.
+    bool isOurs(const OwnerQuestion& question);
+    bool isOurs(xcb_window_t window) { return isOurs(askForOwner(window)); }
 
     /// What was asked about a window's process, answered later.
     struct Question {

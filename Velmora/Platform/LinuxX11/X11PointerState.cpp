@@ -39,21 +39,22 @@ ModifierFlags x11ModifierFlags(std::uint32_t modifiers) {
     return {bits};
 }
 
+X11PointerState x11PointerState(const xcb_input_xi_query_pointer_reply_t& reply) {
+    X11PointerState state;
+    state.native = {std::floor(reply.root_x / fixedPoint), std::floor(reply.root_y / fixedPoint)};
+    state.child = reply.child;
+    // The server leaves the modifiers in effect out of this reply; they are these together.
+    state.flags = x11ModifierFlags(reply.mods.base | reply.mods.latched | reply.mods.locked);
+    state.buttons = heldButtons(reply);
+    return state;
+}
+
 std::optional<X11PointerState> x11PointerState(X11Connection& connection, std::uint16_t device,
                                                xcb_window_t window) {
     xcb_connection_t* const c = connection.get();
     const auto reply = xcbOwned(xcb_input_xi_query_pointer_reply(
         c, xcb_input_xi_query_pointer(c, window, device), nullptr));
-    if (!reply) {
-        return std::nullopt;
-    }
-    X11PointerState state;
-    state.native = {std::floor(reply->root_x / fixedPoint), std::floor(reply->root_y / fixedPoint)};
-    state.child = reply->child;
-    // The server leaves the modifiers in effect out of this reply; they are these together.
-    state.flags = x11ModifierFlags(reply->mods.base | reply->mods.latched | reply->mods.locked);
-    state.buttons = heldButtons(*reply);
-    return state;
+    return reply ? std::optional(x11PointerState(*reply)) : std::nullopt;
 }
 
 }  // namespace velmora

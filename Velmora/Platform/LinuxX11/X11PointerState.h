@@ -11,6 +11,9 @@
 #include "Velmora/Platform/LinuxX11/X11Connection.h"
 #include "Velmora/Platform/ModifierFlags.h"
 
+// NOLINTNEXTLINE(readability-identifier-naming): the client library's own name.
+struct xcb_input_xi_query_pointer_reply_t;
+
 namespace velmora {
 
 /// What the server knows of the pointer and the modifier keys at one moment.
@@ -29,7 +32,11 @@ constexpr bool x11IsScrollButton(std::uint32_t button) {
 /// The flags of the core protocol's eight modifier bits.
 ModifierFlags x11ModifierFlags(std::uint32_t modifiers);
 
-/// Asks for the master pointer's state as seen from a window; nothing where the server is gone.
+/// What the server answered to a question for the pointer.
+X11PointerState x11PointerState(const xcb_input_xi_query_pointer_reply_t& reply);
+
+/// Asks for the master pointer's state as seen from a window, and waits for the answer;
+/// nothing where the server is gone.
 std::optional<X11PointerState> x11PointerState(X11Connection& connection, std::uint16_t device,
                                                xcb_window_t window);
 

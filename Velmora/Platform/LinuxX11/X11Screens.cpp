@@ -5,6 +5,9 @@
 #include <QScreen>
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <future>
+#include <memory>
 #include <mutex>
 #include <set>
 #include <utility>
@@ -60,39 +63,53 @@ ScreenLayout layoutOf(const QScreen& screen, const std::vector<X11Monitor>& moni
     return layout;
 }
 
+/// What the server knows and the toolkit does not tell.
+struct Facts {
+    std::vector<X11Monitor> monitors;
+    X11Struts struts;
+};
+
+Facts factsOf(X11Connection& connection) {
+    return connection.isOpen() ? Facts{x11Monitors(connection), x11Struts(connection)} : Facts{};
+}
+
 }  // namespace
 
 struct X11Screens::Parts {
-    explicit Parts(const std::string& display)
-        : connection(display),
+    explicit Parts(std::string name)
+        : display(std::move(name)),
+          connection(display),
           pump(
               connection, [this](const xcb_generic_event_t& event) { note(event); },
-              [this] {
-                  if (std::exchange(isStale, false)) {
-                      rebuild();
-                  }
-              }) {
+              [this] { askIfStale(); }) {
         select(connection.root(), XCB_EVENT_MASK_PROPERTY_CHANGE);
         followQt();
-        rebuild();
-        pump.keepEarlyEvents();
+        refresh();
     }
 
     void followQt();
     void followScreen(QScreen* screen);
     void refresh();
-    void rebuild();
+    void askIfStale();
+    void take(std::uint64_t question, const Facts& facts);
+    void apply(const Facts& facts);
     void followPanels(const std::set<xcb_window_t>& windows);
     void note(const xcb_generic_event_t& event);
     void select(xcb_window_t window, std::uint32_t events) const;
 
+    std::string display;
     X11Connection connection;
     std::set<xcb_window_t> panels;
-    bool isStale = false;
+    bool isStale = false;   ///< Something has changed since the last question.
+    bool isAsking = false;  ///< The other thread asks the server.
+    std::uint64_t question = 0;
+    /// The other thread's own.
+    std::unique_ptr<X11Connection> background;
     mutable std::mutex mutex;
     ScreenGeometry geometry;
     QObject context;
     X11EventPump pump;
+    std::future<void> asking;  ///< Waits for the other thread when this goes.
 };
 
 void X11Screens::Parts::followQt() {
@@ -113,24 +130,50 @@ void X11Screens::Parts::followScreen(QScreen* screen) {
     QObject::connect(screen, &QScreen::logicalDotsPerInchChanged, &context, [this] { refresh(); });
 }
 
+/// At once: whoever hears of new screens from the toolkit may ask for them next.
 void X11Screens::Parts::refresh() {
-    rebuild();
+    ++question;  // What is being asked is older.
+    apply(factsOf(connection));
     pump.keepEarlyEvents();
+    askIfStale();
 }
 
-void X11Screens::Parts::rebuild() {
-    const std::vector<X11Monitor> monitors =
-        connection.isOpen() ? x11Monitors(connection) : std::vector<X11Monitor>{};
-    const X11Struts found = connection.isOpen() ? x11Struts(connection) : X11Struts{};
-    followPanels(found.windows);
+/// Every window that opens and closes changes what the server tells, just when it is busy drawing;
+/// another thread waits for its answers.
+void X11Screens::Parts::askIfStale() {
+    if (!isStale || isAsking) {
+        return;
+    }
+    isStale = false;
+    isAsking = true;
+    asking = std::async(std::launch::async, [this, number = ++question] {
+        if (!background) {
+            background = std::make_unique<X11Connection>(display);
+        }
+        QMetaObject::invokeMethod(
+            &context, [this, number, facts = factsOf(*background)] { take(number, facts); },
+            Qt::QueuedConnection);
+    });
+}
+
+void X11Screens::Parts::take(std::uint64_t number, const Facts& facts) {
+    isAsking = false;
+    if (number == question) {
+        apply(facts);
+    }
+    askIfStale();
+}
+
+void X11Screens::Parts::apply(const Facts& facts) {
+    followPanels(facts.struts.windows);
     std::vector<ScreenLayout> layouts;
     std::vector<Rect> frames;
     for (const QScreen* screen : screensPrimaryFirst()) {
-        layouts.push_back(layoutOf(*screen, monitors, layouts.size()));
+        layouts.push_back(layoutOf(*screen, facts.monitors, layouts.size()));
         frames.push_back(layouts.back().nativeFrame);
     }
     for (ScreenLayout& layout : layouts) {
-        layout.nativeWorkArea = x11WorkArea(layout.nativeFrame, frames, found.struts);
+        layout.nativeWorkArea = x11WorkArea(layout.nativeFrame, frames, facts.struts.struts);
     }
     ScreenGeometry fresh(std::move(layouts));
     const std::lock_guard<std::mutex> lock(mutex);
@@ -141,6 +184,7 @@ void X11Screens::Parts::followPanels(const std::set<xcb_window_t>& windows) {
     for (const xcb_window_t window : windows) {
         if (panels.count(window) == 0) {
             select(window, XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+            isStale = true;  // It may have changed before it was followed.
         }
     }
     for (const xcb_window_t window : panels) {

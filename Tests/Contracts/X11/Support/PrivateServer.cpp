@@ -74,6 +74,14 @@ void PrivateServer::crash() {
     server_->waitForFinished(patience);
 }
 
+void PrivateServer::pause() {
+    ::kill(static_cast<pid_t>(server_->processId()), SIGSTOP);
+}
+
+void PrivateServer::goOn() {
+    ::kill(static_cast<pid_t>(server_->processId()), SIGCONT);
+}
+
 QProcess& PrivateServer::launch(const QString& program, const QStringList& arguments) {
     programs_.push_back(process());
     QProcess& started = *programs_.back();

@@ -47,6 +47,10 @@ class PrivateServer {
     /// Ends the server at once, as a crash would.
     void crash();
 
+    /// The server answers nobody until it goes on, as while it is at work for somebody else.
+    void pause();
+    void goOn();
+
   private:
     std::uint32_t root() const;
     bool isManaged(std::uint32_t window);

@@ -418,6 +418,15 @@ TEST_F(X11EventMonitorTests, TellingWaitsForNobody) {
     EXPECT_EQ(seen, Seen{"global moved"});
 }
 
+TEST_F(X11EventMonitorTests, NoAnswerIsOverlooked) {
+    watchEverything();
+    constexpr std::size_t moves = 2000;
+    for (std::size_t i = 1; i <= moves; ++i) {
+        server.movePointer(300 + static_cast<int>(i % 2), 100);
+        ASSERT_TRUE(waitFor(i)) << i;
+    }
+}
+
 TEST_F(X11EventMonitorTests, ThePlaceOfAnEventIsKnownWithoutAQuestion) {
     Point inHandler;
     Point posted;

@@ -15,13 +15,18 @@ X11EventPump::X11EventPump(X11Connection& connection, Handler handle, std::funct
     QObject::connect(notifier_.get(), &QSocketNotifier::activated, this, [this] { drain(); });
 }
 
-XcbOwned<xcb_generic_event_t> X11EventPump::next() {
+XcbOwned<xcb_generic_event_t> X11EventPump::nextRead() {
     if (early_.empty()) {
-        return xcbOwned(xcb_poll_for_event(connection_.get()));
+        return xcbOwned(xcb_poll_for_queued_event(connection_.get()));
     }
     auto event = std::move(early_.front());
     early_.pop_front();
     return event;
+}
+
+XcbOwned<xcb_generic_event_t> X11EventPump::next() {
+    auto event = nextRead();
+    return event ? std::move(event) : xcbOwned(xcb_poll_for_event(connection_.get()));
 }
 
 void X11EventPump::drain() {
@@ -31,7 +36,9 @@ void X11EventPump::drain() {
             handle_(*event);
         }
         finish_();
-        event = next();  // What came while the batch was being finished.
+        // What came while the batch was being finished. Nothing more is read: an answer that is
+        // read without an event would find nobody who looks for it.
+        event = nextRead();
     } while (event);
     if (!connection_.isOpen()) {
         notifier_->setEnabled(false);  // The end of a connection stays readable for ever.

@@ -32,6 +32,8 @@ class X11EventPump : public QObject {
   private:
     void drain();
     XcbOwned<xcb_generic_event_t> next();
+    /// Of those that have been read from the connection already.
+    XcbOwned<xcb_generic_event_t> nextRead();
 
     X11Connection& connection_;
     Handler handle_;

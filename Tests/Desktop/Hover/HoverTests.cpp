@@ -60,7 +60,7 @@ void HoverTest::expectOutline(const Hover& hover, std::size_t line, const Matche
 }
 
 Hover HoverTest::expectWord(std::size_t line, std::size_t position) {
-    const Hover hover = stage().hoverWord(line, position);
+    const Hover hover = stage().hover(line, position);
     const LookupResult word = stage().text().word(line, position);
     SCOPED_TRACE(word.matchedText + ": " + hover.record.dump() +
                  (hover.word() == word.matchedText ? "" : "\n" + stage().explain(hover.pointer)));

@@ -84,7 +84,7 @@ void ScreensTest::expectLookups(const std::string& screen) {
     const double room = stage.lines().front().cells(0).height / 2;
     const double tolerance = GetParam().tolerance;
     for (const auto& [line, position] : {std::pair(1U, 3U), std::pair(3U, 6U)}) {
-        const Hover hover = stage.hoverWord(line, position);
+        const Hover hover = stage.hover(line, position);
         const LookupResult word = stage.text().word(line, position);
         SCOPED_TRACE(screen + ", " + word.matchedText + ": " + hover.record.dump() +
                      (hover.word() == word.matchedText ? "" : "\n" + stage.explain(hover.pointer)));

@@ -154,21 +154,6 @@ Hover HoverStage::hover(std::size_t line, std::size_t position) {
     return hover(lines_.at(line).middle(position));
 }
 
-Hover HoverStage::hoverWord(std::size_t line, std::size_t position) {
-    constexpr int most = 8;
-    const LookupResult word = text_.word(line, position);
-    const TextLine& cells = lines_.at(line);
-    const double leastWidth = cells.pitch * (static_cast<double>(word.range.length()) - 0.5);
-    Hover result = hover(line, position);
-    for (int times = 1; times < most && result.word() == word.matchedText && result.highlight &&
-                        outlined(result).width < leastWidth;
-         ++times) {
-        leave();
-        result = hover(line, position);
-    }
-    return result;
-}
-
 Hover HoverStage::hover(Point place) {
     Hover result;
     result.pointer = place;

@@ -77,11 +77,6 @@ class HoverStage {
     Hover hover(Point place);
     Hover hover(std::size_t line, std::size_t position);
 
-    /// Hovers a word of the text for what stands on the screen then. A word's place is waited for
-    /// for a moment only, and its character's stands for it where the program takes longer; on a
-    /// busy machine the same word is hovered some times.
-    Hover hoverWord(std::size_t line, std::size_t position);
-
     /// What each attempt to read there finds, told by our own command; for failure messages.
     std::string explain(Point place) const;
 

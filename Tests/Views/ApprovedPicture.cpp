@@ -66,16 +66,16 @@ testing::AssertionResult matchesApproved(const QImage& actual, const std::string
     if (qEnvironmentVariable("VELMORA_APPROVE") == QStringLiteral("1")) {
         folder.mkpath(QStringLiteral("."));
         return actual.save(file)
-                   ? testing::AssertionSuccess()
-                   : testing::AssertionFailure() << "cannot write " << file.toStdString();
+                   ? ::testing::AssertionSuccess()
+                   : ::testing::AssertionFailure() << "cannot write " << file.toStdString();
     }
     const QImage approved = QImage(file).convertToFormat(QImage::Format_RGB32);
     if (approved.isNull()) {
-        return testing::AssertionFailure() << "no approved picture; this one is in "
-                                           << leave(actual, name, ".actual.png").toStdString();
+        return ::testing::AssertionFailure() << "no approved picture; this one is in "
+                                             << leave(actual, name, ".actual.png").toStdString();
     }
     if (approved.size() != actual.size()) {
-        return testing::AssertionFailure()
+        return ::testing::AssertionFailure()
                << actual.width() << "x" << actual.height() << " instead of " << approved.width()
                << "x" << approved.height() << ", see "
                << leave(actual, name, ".actual.png").toStdString();
@@ -85,10 +85,11 @@ testing::AssertionResult matchesApproved(const QImage& actual, const std::string
     if (found.count > toleratedShare * actual.width() * actual.height() ||
         found.mostInBlock > toleratedOfBlock) {
         leave(actual, name, ".actual.png");
-        return testing::AssertionFailure() << found.count << " pixels differ, see "
-                                           << leave(marked, name, ".difference.png").toStdString();
+        return ::testing::AssertionFailure()
+               << found.count << " pixels differ, see "
+               << leave(marked, name, ".difference.png").toStdString();
     }
-    return testing::AssertionSuccess();
+    return ::testing::AssertionSuccess();
 }
 
 }  // namespace velmora::test

@@ -32,7 +32,7 @@ std::string percent(double scale) {
     return std::to_string(static_cast<int>(scale * 100 + 0.5));
 }
 
-class ScaledPictureTest : public PictureTest, public testing::WithParamInterface<double> {};
+class ScaledPictureTest : public PictureTest, public ::testing::WithParamInterface<double> {};
 
 TEST_P(ScaledPictureTest, EntrySimplified) {
     showEntry(samples::study(), GetParam());
@@ -54,7 +54,7 @@ TEST_P(ScaledPictureTest, SelectionOfThirtyWords) {
     compare("selection-30-" + percent(GetParam()));
 }
 
-INSTANTIATE_TEST_SUITE_P(FontScales, ScaledPictureTest, testing::Values(0.7, 1.0, 1.5));
+INSTANTIATE_TEST_SUITE_P(FontScales, ScaledPictureTest, ::testing::Values(0.7, 1.0, 1.5));
 
 TEST_F(PictureTest, ShortEntry) {
     showEntry(samples::water());

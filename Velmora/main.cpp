@@ -235,13 +235,17 @@ class Application {
                (recognition.isBroken() ? "\nText recognition: " + recognition.description : "");
     }
 
-    /// Captures as usual, and tells the log of every one.
+    /// Captures as usual, tells the log of every one, and finds where words are on its queue.
     ExtractorConfiguration extractorConfiguration() const {
         ExtractorConfiguration configuration;
         configuration.capture = [live = LiveCapture(backends_.screenCapture)](Point pointer,
                                                                               Size size) {
             noteHoverTime("captured");
             return live(pointer, size);
+        };
+        configuration.wordAt = [engine = engine_](const std::string& text, long long offset) {
+            const auto result = engine.lookup(text, offset);
+            return result ? std::optional(result->range) : std::nullopt;
         };
         return configuration;
     }

@@ -47,11 +47,29 @@ void AccessibilityTextExtractor::extract(Point point, std::vector<Rect> excludin
         std::optional<TextProbe> probe;
         if (const auto extractor = weak.lock()) {
             probe = extractor->extract(point, excluding);
+            if (probe) {
+                extractor->placeWord(*probe);
+            }
         }
         mainQueue->post([completion = std::move(completion), probe = std::move(probe)]() mutable {
             completion(std::move(probe));
         });
     });
+}
+
+void AccessibilityTextExtractor::placeWord(TextProbe& probe) const {
+    if (!configuration_.wordAt || !probe.rangeAnchorRect) {
+        return;
+    }
+    const auto word = configuration_.wordAt(probe.text, probe.hoveredCharacterOffset);
+    if (!word || word->length() < 2) {
+        return;  // The hovered character's own place is known.
+    }
+    const auto place = probe.rangeAnchorRect(word->start, word->end);
+    probe.rangeAnchorRect = [word = *word, place, ask = std::move(probe.rangeAnchorRect)](
+                                long long start, long long end) {
+        return start == word.start && end == word.end ? place : ask(start, end);
+    };
 }
 
 std::optional<TextProbe> AccessibilityTextExtractor::extract(Point point,

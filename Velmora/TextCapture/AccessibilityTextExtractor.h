@@ -52,6 +52,8 @@ class AccessibilityTextExtractor final
 
     AccessibilityTextExtractor(ExtractionServices services, ExtractorConfiguration configuration);
 
+    /// Finds out where the word is that the probe hit.
+    void placeWord(TextProbe& probe) const;
     DesktopFlip desktopFlip() const;
     std::optional<TextProbe> attempts(const Query& query, std::optional<ExtractionPath>& path);
     std::optional<TextProbe> selection(const Query& query) const;

@@ -2,10 +2,13 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "Velmora/TextCapture/CapturedImage.h"
+#include "VelmoraCore/MatchedTextRange.h"
 
 namespace velmora {
 
@@ -13,6 +16,12 @@ namespace velmora {
 struct ExtractorConfiguration {
     CaptureFunction capture;                      ///< Empty stands for the live screen.
     std::optional<double> desktopHeightOverride;  ///< Replaces the measured desktop height.
+
+    /// Tells which characters of a text the word at an offset takes. Where it stands is asked for
+    /// right after the text then, on the extraction queue, so that whoever shows the word waits for
+    /// nobody. Called on that queue; empty: a word's place is asked for when it is wanted.
+    std::function<std::optional<MatchedTextRange>(const std::string& text, long long offset)>
+        wordAt;
 
     /// UTF-16 units read before the hovered position; the whole window is at most twice as long.
     std::int64_t contextRadius = 24;

@@ -24,7 +24,7 @@ struct TextProbe {
     long long hoveredCharacterOffset = 0;  ///< In grapheme clusters of `text`.
     std::optional<Rect> anchorRect;        ///< The hovered character or the selection.
     Source source = Source::hoveredText;
-    RangeAnchorRect rangeAnchorRect;  ///< Absent for selections. Called on the main thread.
+    RangeAnchorRect rangeAnchorRect;  ///< Absent for selections. May ask the program.
 };
 
 }  // namespace velmora

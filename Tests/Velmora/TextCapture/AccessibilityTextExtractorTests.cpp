@@ -263,10 +263,50 @@ TEST_F(Extraction, LeavesProbesThatOutliveIt) {
         << "the desktop's height is read when it is asked";
 }
 
+TEST_F(Extraction, FindsWhereTheWordIsOnItsQueue) {
+    ExtractorConfiguration configuration;
+    std::vector<std::pair<std::string, long long>> asked;
+    configuration.wordAt = [&](const std::string& text, long long offset) {
+        asked.emplace_back(text, offset);
+        return std::optional(MatchedTextRange{1, 3});
+    };
+    const auto extractor = stage.extractor(configuration);
+    stage.accessibility->element = readableElement();
+    std::optional<TextProbe> probe;
+    extractor->extract(pointer, {}, [&](auto found) { probe = std::move(found); });
+    stage.queue->runAll();
+    EXPECT_EQ(asked, (std::vector<std::pair<std::string, long long>>{{"中文很好", 1}}));
+    // What is asked from now on is told of another desktop.
+    stage.screens->list = {{{0, 0, 1600, 1200}, {}}};
+    stage.mainQueue->runAll();
+    ASSERT_TRUE(probe);
+    EXPECT_EQ(probe->rangeAnchorRect(1, 3), (Rect{400, 410, 40, 20}));
+    EXPECT_EQ(probe->rangeAnchorRect(1, 2), (Rect{400, 610, 20, 20}));
+}
+
+TEST_F(Extraction, AsksForNoPlaceOfALoneCharacterOrOfNoWord) {
+    for (const auto& word :
+         {std::optional(MatchedTextRange{1, 2}), std::optional<MatchedTextRange>()}) {
+        ExtractorConfiguration configuration;
+        configuration.wordAt = [&word](const std::string&, long long) { return word; };
+        const auto extractor = stage.extractor(configuration);
+        stage.accessibility->element = readableElement();
+        stage.screens->list = {{{0, 0, 1600, 1000}, {}}};
+        std::optional<TextProbe> probe;
+        extractor->extract(pointer, {}, [&](auto found) { probe = std::move(found); });
+        stage.queue->runAll();
+        stage.screens->list = {{{0, 0, 1600, 1200}, {}}};
+        stage.mainQueue->runAll();
+        ASSERT_TRUE(probe);
+        EXPECT_EQ(probe->rangeAnchorRect(1, 2), (Rect{400, 610, 20, 20}));
+    }
+}
+
 TEST_F(Extraction, HasTheDefaultsOfItsConfiguration) {
     const ExtractorConfiguration configuration = stage.extractor()->configuration();
     EXPECT_TRUE(configuration.capture);
     EXPECT_FALSE(configuration.desktopHeightOverride);
+    EXPECT_FALSE(configuration.wordAt);
     EXPECT_EQ(configuration.contextRadius, 24);
     EXPECT_EQ(configuration.ocrCaptureSizes,
               (std::vector<Size>{{520, 160}, {520, 240}, {520, 280}}));

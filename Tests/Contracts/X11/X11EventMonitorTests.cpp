@@ -451,6 +451,33 @@ TEST_F(X11EventMonitorTests, ThePlaceOfAnEventIsKnownWithoutAQuestion) {
     EXPECT_EQ(monitor.mouseLocation(), (Point{400, 800}));
 }
 
+TEST_F(X11EventMonitorTests, ThePlaceOfAnEventOutlastsTheOneBefore) {
+    std::vector<Point> places;
+    monitor.addGlobalMonitor(EventMask::mouseMoved, [&](ModifierFlags) {
+        if (seen.empty()) {
+            // The next event is told before the event loop is through with this one.
+            server.movePointer(310, 110);
+            QMetaObject::invokeMethod(
+                QCoreApplication::instance(), [&] { server.movePointerBy(0, 0); },
+                Qt::QueuedConnection);
+            monitor.modifierFlags();
+        }
+        seen.emplace_back("moved");
+        QMetaObject::invokeMethod(
+            QCoreApplication::instance(),
+            [&, isLast = seen.size() == 2] {
+                if (isLast) {
+                    server.warpPointer(400, 200);
+                }
+                places.push_back(monitor.mouseLocation());
+            },
+            Qt::QueuedConnection);
+    });
+    server.movePointer(300, 100);
+    ASSERT_TRUE(EventLoop::waitUntil([&] { return places.size() >= 2; }));
+    EXPECT_EQ(places[1], (Point{310, 890}));
+}
+
 TEST_F(X11EventMonitorTests, AnAnswerThatComesWithAnotherIsTold) {
     watchEverything();
     EventLoop::settle();

@@ -80,7 +80,7 @@ struct X11EventMonitor::Parts {
     std::set<std::uint32_t> heldButtons;
     ModifierFlags lastFlags;
     Point lastNative;
-    bool isPlaceFresh = false;  ///< `lastNative` is that of the event being handled.
+    int batchesInHand = 0;  ///< While there are any, `lastNative` is the place of the last one.
     X11PointerInquiry inquiry;
     X11EventPump pump;
 };
@@ -179,13 +179,13 @@ void X11EventMonitor::Parts::tell(const X11PointerInquiry::Result& result) {
     if (!hasNews) {
         heldButtons = result.state.buttons;
     }
-    isPlaceFresh = true;
+    ++batchesInHand;
     for (const Occurrence& occurrence : std::exchange(inquired, {})) {
         call(occurrence, result.isOverOurs, occurrence.flags.value_or(result.state.flags));
     }
     // Behind what the handlers have posted.
     QMetaObject::invokeMethod(
-        &pump, [this] { isPlaceFresh = false; }, Qt::QueuedConnection);
+        &pump, [this] { --batchesInHand; }, Qt::QueuedConnection);
 }
 
 void X11EventMonitor::Parts::call(const Occurrence& occurrence, bool isLocal, ModifierFlags flags) {
@@ -225,7 +225,7 @@ void X11EventMonitor::removeMonitor(Token token) {
 }
 
 Point X11EventMonitor::mouseLocation() {
-    if (!parts_->isPlaceFresh) {
+    if (parts_->batchesInHand == 0) {
         parts_->waitForPointer();
     }
     return parts_->geometry.current().screenFromNative(parts_->lastNative);

@@ -8,10 +8,12 @@
 #include <atomic>
 #include <memory>
 #include <thread>
+#include <vector>
 
 #include "Tests/Contracts/X11/Support/EventLoop.h"
 #include "Tests/Contracts/X11/Support/PrivateServer.h"
 #include "Tests/Contracts/X11/Support/TestApplication.h"
+#include "Velmora/Platform/LinuxX11/X11Connection.h"
 
 namespace velmora {
 namespace {
@@ -42,7 +44,7 @@ class X11ScreensTests : public ::testing::Test {
         return EventLoop::waitUntil([&] { return visible(index) == area; });
     }
 
-    PrivateServer server{3520, 1260};
+    PrivateServer server{3520, 1260, {"-maxclients", "64"}};
     TestApplication panel{server.display(), VELMORA_X11_TEST_CLIENT};
     std::unique_ptr<EventLoop> loop;
     std::unique_ptr<X11Screens> screens;
@@ -164,6 +166,22 @@ TEST_F(X11ScreensTests, FollowingWaitsForNobody) {
     EXPECT_EQ(visible(0), (Rect{0, 0, 3520, 1260}));
     server.goOn();
     EXPECT_TRUE(becomesVisible(0, {0, 0, 3520, 1236}));
+}
+
+TEST_F(X11ScreensTests, PanelsAreFollowedWhereTheServerTakesNoMorePrograms) {
+    start();
+    std::vector<std::unique_ptr<X11Connection>> others;
+    do {
+        others.push_back(std::make_unique<X11Connection>(server.display()));
+    } while (others.back()->isOpen());
+    const auto bar = panel.open({0, 0, 3520, 24});
+    panel.setProperty(bar, "_NET_WM_STRUT", "CARDINAL", {0, 0, 24, 0});
+    panel.setProperty(0, "_NET_CLIENT_LIST", "WINDOW", {bar});
+    EXPECT_TRUE(becomesVisible(0, {0, 0, 3520, 1236}));
+    // Later it takes some again.
+    others.clear();
+    panel.setProperty(bar, "_NET_WM_STRUT", "CARDINAL", {0, 0, 48, 0});
+    EXPECT_TRUE(becomesVisible(0, {0, 0, 3520, 1212}));
 }
 
 TEST_F(X11ScreensTests, AbsurdStrutsTakeNothing) {

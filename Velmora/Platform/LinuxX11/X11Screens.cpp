@@ -9,6 +9,7 @@
 #include <future>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <set>
 #include <utility>
 
@@ -69,8 +70,13 @@ struct Facts {
     X11Struts struts;
 };
 
-Facts factsOf(X11Connection& connection) {
-    return connection.isOpen() ? Facts{x11Monitors(connection), x11Struts(connection)} : Facts{};
+/// Nothing where the server is gone or did not take the connection.
+std::optional<Facts> factsOf(X11Connection& connection) {
+    if (!connection.isOpen()) {
+        return std::nullopt;
+    }
+    Facts facts{x11Monitors(connection), x11Struts(connection)};
+    return connection.isOpen() ? std::optional(std::move(facts)) : std::nullopt;
 }
 
 }  // namespace
@@ -91,7 +97,8 @@ struct X11Screens::Parts {
     void followScreen(QScreen* screen);
     void refresh();
     void askIfStale();
-    void take(std::uint64_t question, const Facts& facts);
+    std::optional<Facts> askInBackground();
+    void take(std::uint64_t question, const std::optional<Facts>& facts);
     void apply(const Facts& facts);
     void followPanels(const std::set<xcb_window_t>& windows);
     void note(const xcb_generic_event_t& event);
@@ -133,7 +140,7 @@ void X11Screens::Parts::followScreen(QScreen* screen) {
 /// At once: whoever hears of new screens from the toolkit may ask for them next.
 void X11Screens::Parts::refresh() {
     ++question;  // What is being asked is older.
-    apply(factsOf(connection));
+    apply(factsOf(connection).value_or(Facts()));
     pump.keepEarlyEvents();
     askIfStale();
 }
@@ -147,19 +154,27 @@ void X11Screens::Parts::askIfStale() {
     isStale = false;
     isAsking = true;
     asking = std::async(std::launch::async, [this, number = ++question] {
-        if (!background) {
-            background = std::make_unique<X11Connection>(display);
-        }
         QMetaObject::invokeMethod(
-            &context, [this, number, facts = factsOf(*background)] { take(number, facts); },
+            &context, [this, number, facts = askInBackground()] { take(number, facts); },
             Qt::QueuedConnection);
     });
 }
 
-void X11Screens::Parts::take(std::uint64_t number, const Facts& facts) {
+std::optional<Facts> X11Screens::Parts::askInBackground() {
+    if (!background || !background->isOpen()) {
+        background = std::make_unique<X11Connection>(display);
+    }
+    auto facts = factsOf(*background);
+    background->discardEvents();  // Some are sent to everybody, and nobody else takes these.
+    return facts;
+}
+
+void X11Screens::Parts::take(std::uint64_t number, const std::optional<Facts>& facts) {
     isAsking = false;
-    if (number == question) {
-        apply(facts);
+    if (number == question && facts) {
+        apply(*facts);
+    } else if (number == question) {
+        refresh();  // The connection that there is tells as well; it has to be waited for.
     }
     askIfStale();
 }

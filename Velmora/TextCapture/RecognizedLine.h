@@ -35,7 +35,7 @@ class RecognizedLine {
 
     /// Where the characters start..<end stand (screen space): by the reference's element, else by
     /// the recogniser's box; nothing where neither is believable. Any thread that may read the
-    /// element; in practice the main thread.
+    /// element; in practice the extraction queue.
     std::optional<Rect> wordAnchorRect(long long start, long long end) const;
 
   private:

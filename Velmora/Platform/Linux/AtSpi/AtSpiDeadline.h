@@ -10,7 +10,7 @@ namespace velmora {
 enum class AtSpiPurpose {
     hover,      ///< The program under the pointer.
     focus,      ///< The program with the keyboard focus, which must answer faster.
-    mainThread  ///< The word's rectangle for the main thread: too short a time to blame anyone.
+    mainThread  ///< A rectangle that the main thread wants: too short a time to blame anyone.
 };
 
 /// How long one job may still ask other programs.

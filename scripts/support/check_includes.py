@@ -27,7 +27,7 @@ COMMENT_OR_TEXT = re.compile(
 # What a header declares: types with a body, aliases, functions, variables, macros. A type that is
 # announced only does not count.
 DECLARATIONS = (
-    re.compile(r"^[^\n;(]*\b(?:class|struct|union|enum(?:[ \t]+class)?|concept|namespace)[ \t]+(?:\w+_EXPORT[ \t]+|"
+    re.compile(r"^[^\n;(]*\b(?:class|struct|union|enum(?:[ \t]+class)?|concept|namespace)[ \t]+(?:(?:\w+_EXPORT|GTEST_API_)[ \t]+|"
                r"_GLIBCXX\w*(?:\([^)\n]*\))?[ \t]+|\[\[\w+\]\][ \t]+)*(\w+)\b(?![^\n{]*;[ \t]*$)", re.MULTILINE),
     re.compile(r"\busing[ \t]+(\w+)[ \t]*(?:\[\[[^\]]*\]\][ \t]*)?="),
     re.compile(r"\busing[ \t]+(?:::|\w+::)+(\w+);"),
@@ -37,19 +37,23 @@ DECLARATIONS = (
     re.compile(r"\bconstexpr\b[^\n;(]*?\b(\w+)[ \t]*(?:=|\{|;)"),
     re.compile(r"^[ \t]*extern\b[^\n;(]*?\b(\w+);", re.MULTILINE),
     re.compile(r"^[ \t]*#[ \t]*define[ \t]+(\w+)", re.MULTILINE),
+    re.compile(r"^GTEST_API_\b[^\n(;]*?\b(\w+)\(", re.MULTILINE),
+    re.compile(r"^  (?:bool|void|path|uintmax_t|file_status|file_time_type|space_info) (\w+)\(", re.MULTILINE),
 )
 
 # The standard library writes a function's name in a line of its own, a member's further to the right.
 FUNCTION = re.compile(r"^ {0,4}(\w+)[ ]?\(", re.MULTILINE)
 
-# Names of templates that are announced in one header and complete in another.
+# Names of templates that are announced in one header and complete in another, and of functions that
+# stand as far to the right as members do.
 COMPLETE_IN = {
     "string": "bits/basic_string.h", "wstring": "bits/basic_string.h", "u16string": "bits/basic_string.h",
     "u32string": "bits/basic_string.h", "ios": "bits/basic_ios.h", "istream": "istream", "ostream": "ostream",
     "iostream": "istream", "stringstream": "sstream", "istringstream": "sstream", "ostringstream": "sstream",
     "stringbuf": "sstream", "fstream": "fstream", "ifstream": "fstream", "ofstream": "fstream",
     "filebuf": "fstream", "streambuf": "streambuf", "istreambuf_iterator": "bits/streambuf_iterator.h",
-    "ostreambuf_iterator": "bits/streambuf_iterator.h",
+    "ostreambuf_iterator": "bits/streambuf_iterator.h", "duration_cast": "bits/chrono.h",
+    "sleep_for": "bits/this_thread_sleep.h", "sleep_until": "bits/this_thread_sleep.h",
 }
 
 # What a source names: something of the standard library, of the test framework, of the toolkit, a
@@ -65,7 +69,7 @@ USES = (
 )
 RANGES = 0
 STANDARD = (0, 1)
-QUALIFIED = (0, 1, len(USES) - 2)  # No name of our own.
+QUALIFIED = (0, 1, 2, len(USES) - 2)  # No name of our own.
 SYSTEM_FUNCTIONS = (len(USES) - 2, len(USES) - 1)
 NESTED = {"chrono", "filesystem", "ranges", "views", "numbers", "this_thread", "placeholders"}
 

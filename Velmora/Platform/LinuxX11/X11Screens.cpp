@@ -98,7 +98,7 @@ struct X11Screens::Parts {
     void refresh();
     void askIfStale();
     std::optional<Facts> askInBackground();
-    void take(std::uint64_t question, const std::optional<Facts>& facts);
+    void take(std::uint64_t question);
     void apply(const Facts& facts);
     void followPanels(const std::set<xcb_window_t>& windows);
     void note(const xcb_generic_event_t& event);
@@ -116,7 +116,7 @@ struct X11Screens::Parts {
     ScreenGeometry geometry;
     QObject context;
     X11EventPump pump;
-    std::future<void> asking;  ///< Waits for the other thread when this goes.
+    std::future<std::optional<Facts>> asking;  ///< Waits for the other thread when this goes.
 };
 
 void X11Screens::Parts::followQt() {
@@ -154,9 +154,10 @@ void X11Screens::Parts::askIfStale() {
     isStale = false;
     isAsking = true;
     asking = std::async(std::launch::async, [this, number = ++question] {
+        auto facts = askInBackground();
         QMetaObject::invokeMethod(
-            &context, [this, number, facts = askInBackground()] { take(number, facts); },
-            Qt::QueuedConnection);
+            &context, [this, number] { take(number); }, Qt::QueuedConnection);
+        return facts;
     });
 }
 
@@ -169,7 +170,8 @@ std::optional<Facts> X11Screens::Parts::askInBackground() {
     return facts;
 }
 
-void X11Screens::Parts::take(std::uint64_t number, const std::optional<Facts>& facts) {
+void X11Screens::Parts::take(std::uint64_t number) {
+    const auto facts = asking.get();
     isAsking = false;
     if (number == question && facts) {
         apply(*facts);

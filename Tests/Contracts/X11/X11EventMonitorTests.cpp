@@ -4,10 +4,12 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "Tests/Contracts/X11/Support/EventLoop.h"
+#include "Tests/Contracts/X11/Support/PausedServer.h"
 #include "Tests/Contracts/X11/Support/PrivateServer.h"
 #include "Tests/Contracts/X11/Support/TestApplication.h"
 
@@ -15,6 +17,7 @@ namespace velmora {
 namespace {
 
 using test::EventLoop;
+using test::PausedServer;
 using test::PrivateServer;
 using test::TestApplication;
 
@@ -410,10 +413,12 @@ TEST_F(X11EventMonitorTests, TellingWaitsForNobody) {
     watchEverything();
     EventLoop::settle();
     server.movePointer(300, 100);
-    server.pause();
-    EXPECT_TRUE(EventLoop::handleNow());
-    EXPECT_EQ(seen, Seen());
-    server.goOn();
+    {
+        const PausedServer paused(server);
+        EXPECT_TRUE(EventLoop::handleNow());
+        EXPECT_EQ(seen, Seen());
+        EXPECT_FALSE(paused.wasAwaited());
+    }
     ASSERT_TRUE(waitFor(1));
     EXPECT_EQ(seen, Seen{"global moved"});
 }
@@ -430,20 +435,24 @@ TEST_F(X11EventMonitorTests, NoAnswerIsOverlooked) {
 TEST_F(X11EventMonitorTests, ThePlaceOfAnEventIsKnownWithoutAQuestion) {
     Point inHandler;
     Point posted;
+    std::optional<PausedServer> paused;
+    bool wasAwaited = true;
     monitor.addGlobalMonitor(EventMask::mouseMoved, [&](ModifierFlags) {
-        server.pause();
+        paused.emplace(server);
         inHandler = monitor.mouseLocation();
         QMetaObject::invokeMethod(
             QCoreApplication::instance(),
             [&] {
                 posted = monitor.mouseLocation();
-                server.goOn();
+                wasAwaited = paused->wasAwaited();
+                paused.reset();
                 seen.emplace_back("posted");
             },
             Qt::QueuedConnection);
     });
     server.movePointer(300, 100);
     ASSERT_TRUE(waitFor(1));
+    EXPECT_FALSE(wasAwaited);
     EXPECT_EQ(inHandler, (Point{300, 900}));
     EXPECT_EQ(posted, (Point{300, 900}));
     // Later it is asked for, since the pointer may be set without an event.
@@ -482,11 +491,14 @@ TEST_F(X11EventMonitorTests, AnAnswerThatComesWithAnotherIsTold) {
     watchEverything();
     EventLoop::settle();
     server.movePointer(300, 100);
-    server.pause();
-    EXPECT_TRUE(EventLoop::handleNow());
-    server.goOn();
-    monitor.modifierFlags();  // Reads the answer that is under way too.
-    ASSERT_TRUE(waitFor(1));
+    {
+        const PausedServer paused(server);
+        EXPECT_TRUE(EventLoop::handleNow());
+        ASSERT_EQ(seen, Seen());
+    }
+    monitor.modifierFlags();  // Reads the answer that is under way too: nothing is left to come.
+    EXPECT_EQ(seen, Seen());
+    EventLoop::settle();
     EXPECT_EQ(seen, Seen{"global moved"});
 }
 

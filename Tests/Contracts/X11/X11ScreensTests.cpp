@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "Tests/Contracts/X11/Support/EventLoop.h"
+#include "Tests/Contracts/X11/Support/PausedServer.h"
 #include "Tests/Contracts/X11/Support/PrivateServer.h"
 #include "Tests/Contracts/X11/Support/TestApplication.h"
 #include "Velmora/Platform/LinuxX11/X11Connection.h"
@@ -19,6 +20,7 @@ namespace velmora {
 namespace {
 
 using test::EventLoop;
+using test::PausedServer;
 using test::PrivateServer;
 using test::TestApplication;
 
@@ -161,10 +163,12 @@ TEST_F(X11ScreensTests, FollowingWaitsForNobody) {
     const auto bar = panel.open({0, 0, 3520, 24});
     panel.setProperty(bar, "_NET_WM_STRUT", "CARDINAL", {0, 0, 24, 0});
     panel.setProperty(0, "_NET_CLIENT_LIST", "WINDOW", {bar});
-    server.pause();
-    EXPECT_TRUE(EventLoop::handleNow());
-    EXPECT_EQ(visible(0), (Rect{0, 0, 3520, 1260}));
-    server.goOn();
+    {
+        const PausedServer paused(server);
+        EXPECT_TRUE(EventLoop::handleNow());
+        EXPECT_EQ(visible(0), (Rect{0, 0, 3520, 1260}));
+        EXPECT_FALSE(paused.wasAwaited());
+    }
     EXPECT_TRUE(becomesVisible(0, {0, 0, 3520, 1236}));
 }
 

@@ -3,6 +3,7 @@
 
 #include <signal.h>
 #include <sys/prctl.h>
+#include <sys/wait.h>
 #include <xcb/xcb.h>
 #include <xcb/xtest.h>
 
@@ -75,7 +76,12 @@ void PrivateServer::crash() {
 }
 
 void PrivateServer::pause() {
-    ::kill(static_cast<pid_t>(server_->processId()), SIGSTOP);
+    const auto id = static_cast<pid_t>(server_->processId());
+    ::kill(id, SIGSTOP);
+    siginfo_t stopped{};
+    if (::waitid(P_PID, static_cast<id_t>(id), &stopped, WSTOPPED | __WALL) != 0) {
+        throw std::runtime_error("the server does not pause");
+    }
 }
 
 void PrivateServer::goOn() {

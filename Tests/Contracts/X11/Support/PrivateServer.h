@@ -47,7 +47,8 @@ class PrivateServer {
     /// Ends the server at once, as a crash would.
     void crash();
 
-    /// The server answers nobody until it goes on, as while it is at work for somebody else.
+    /// The server answers nobody until it goes on: nothing of it runs when `pause` returns. Tests
+    /// use PausedServer, which does not let them hang.
     void pause();
     void goOn();
 

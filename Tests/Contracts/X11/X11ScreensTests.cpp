@@ -162,6 +162,7 @@ TEST_F(X11ScreensTests, FollowingWaitsForNobody) {
     EventLoop::settle();
     const auto bar = panel.open({0, 0, 3520, 24});
     panel.setProperty(bar, "_NET_WM_STRUT", "CARDINAL", {0, 0, 24, 0});
+    panel.setProperty(0, "_NET_ACTIVE_WINDOW", "WINDOW", {bar});  // Changes no screen.
     panel.setProperty(0, "_NET_CLIENT_LIST", "WINDOW", {bar});
     {
         const PausedServer paused(server);

@@ -24,6 +24,9 @@ namespace {
 /// Stands apart from the server's identifiers, which have 32 bits.
 constexpr std::uint64_t unnamedScreen = 1ULL << 32;
 
+constexpr const char* telling[] = {"_NET_CLIENT_LIST", "_NET_WORKAREA", "_NET_WM_STRUT_PARTIAL",
+                                   "_NET_WM_STRUT"};
+
 QList<QScreen*> screensPrimaryFirst() {
     QList<QScreen*> screens = QGuiApplication::screens();
     std::stable_partition(screens.begin(), screens.end(), [](const QScreen* screen) {
@@ -88,11 +91,13 @@ struct X11Screens::Parts {
           pump(
               connection, [this](const xcb_generic_event_t& event) { note(event); },
               [this] { askIfStale(); }) {
+        learnNames();
         select(connection.root(), XCB_EVENT_MASK_PROPERTY_CHANGE);
         followQt();
         refresh();
     }
 
+    void learnNames();
     void followQt();
     void followScreen(QScreen* screen);
     void refresh();
@@ -106,6 +111,7 @@ struct X11Screens::Parts {
 
     std::string display;
     X11Connection connection;
+    std::set<xcb_atom_t> properties;  ///< Those that tell of screens and panels.
     std::set<xcb_window_t> panels;
     bool isStale = false;   ///< Something has changed since the last question.
     bool isAsking = false;  ///< The other thread asks the server.
@@ -118,6 +124,15 @@ struct X11Screens::Parts {
     X11EventPump pump;
     std::future<std::optional<Facts>> asking;  ///< Waits for the other thread when this goes.
 };
+
+/// Now, since whoever hears of the first change of a property must not wait for them.
+void X11Screens::Parts::learnNames() {
+    if (connection.isOpen()) {
+        for (const char* const name : telling) {
+            properties.insert(connection.atom(name));
+        }
+    }
+}
 
 void X11Screens::Parts::followQt() {
     QObject::connect(qGuiApp, &QGuiApplication::screenAdded, &context, [this](QScreen* screen) {
@@ -223,10 +238,7 @@ void X11Screens::Parts::note(const xcb_generic_event_t& event) {
     switch (event.response_type & 0x7F) {
         case XCB_PROPERTY_NOTIFY: {
             const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
-            isStale = isStale || change.atom == connection.atom("_NET_CLIENT_LIST") ||
-                      change.atom == connection.atom("_NET_WORKAREA") ||
-                      change.atom == connection.atom("_NET_WM_STRUT_PARTIAL") ||
-                      change.atom == connection.atom("_NET_WM_STRUT");
+            isStale = isStale || properties.count(change.atom) > 0;
             break;
         }
         case XCB_CONFIGURE_NOTIFY:

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "Velmora/Presentation/ViewWindow.h"
 
+#include <QEventLoop>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 
 #include "Tests/Views/ViewTest.h"
 
@@ -49,8 +51,26 @@ TEST_F(ViewWindowTest, NeverComesOnceItIsDisposedOf) {
     auto shown = window();
     const QSignalSpy gone(shown.get(), &QObject::destroyed);
     const QSignalSpy visibility(shown.get(), &QWindow::visibleChanged);
-    shown->present();
-    ViewWindow::dispose(std::move(shown));
+    QEventLoop outer;
+    QTimer::singleShot(0, &outer, [&] {
+        shown->present();
+        ViewWindow::dispose(std::move(shown));
+        // Whoever closed it may look for events before it is freed: timers fire in their order,
+        // and each of its steps to the screen would take one.
+        constexpr int mostSteps = 10;
+        QEventLoop inner;
+        QTimer steps;
+        QObject::connect(&steps, &QTimer::timeout, &inner, [&inner, step = 0]() mutable {
+            if (++step == mostSteps) {
+                inner.quit();
+            }
+        });
+        steps.start(0);
+        inner.exec();
+        EXPECT_EQ(gone.count(), 0);
+        outer.quit();
+    });
+    outer.exec();
     EXPECT_TRUE(QTest::qWaitFor([&] { return gone.count() > 0; }));
     EXPECT_EQ(visibility.count(), 0);
 }

@@ -6,7 +6,10 @@
 #include "Tests/Contracts/AtSpi/AtSpiBench.h"
 #include "Tests/Support/TextCapture/ExtractionStage.h"
 #include "Velmora/Platform/Linux/AtSpi/AtSpiBudget.h"
+#include "Velmora/Platform/Linux/AtSpi/AtSpiSearch.h"
 #include "Velmora/Platform/Linux/AtSpi/AtSpiService.h"
+#include "Velmora/Platform/Linux/AtSpi/AtSpiTextReader.h"
+#include "Velmora/Platform/LinuxX11/X11WindowLocator.h"
 
 // Programs that lie about their elements, one way each. Every one of them first answers rightly and
 // is read, so that a test that reads nothing afterwards has seen the lie and not a program that was
@@ -60,6 +63,11 @@ class AtSpiHostile : public testing::Test {
     static bool readsRightly(Point capture) {
         const std::optional<TextProbe> probe = extractAt(capture);
         return probe && probe->text == content && probe->hoveredCharacterOffset == 4;
+    }
+
+    /// Whether the program got the question that it does not answer as long as it is busy.
+    static bool wasAskedWhileBusy(const std::string& mode) {
+        return bench->desktop().log().find("asked while it is busy: " + mode) != std::string::npos;
     }
 
     static void expectWithinTime() {
@@ -125,7 +133,7 @@ TEST_F(AtSpiHostile, isLeftAloneWhileItIsSilent) {
 }
 
 TEST_F(AtSpiHostile, isNotTakenForAnotherWhileItIsTooBusyToSayWhoItIs) {
-    const ChildProcess& program = *startAt("busyOffice", {100, 100, 600, 300}).first;
+    ChildProcess& program = *startAt("busyOffice", {100, 100, 600, 300}).first;
     const auto service = std::make_shared<AtSpiService>();
     const auto toolkit = [&service, pid = program.pid()] {
         using Toolkit = std::optional<AtSpiToolkit>;
@@ -139,7 +147,7 @@ TEST_F(AtSpiHostile, isNotTakenForAnotherWhileItIsTooBusyToSayWhoItIs) {
     std::optional<AtSpiToolkit> told;
     ASSERT_TRUE(bench->desktop().waitUntil([&] {
         told = toolkit();
-        return bench->desktop().log().find("asked for its name") != std::string::npos;
+        return wasAskedWhileBusy("busyOffice");
     }));
     EXPECT_EQ(told, std::nullopt);
     program.signalAll(SIGUSR1);
@@ -148,6 +156,102 @@ TEST_F(AtSpiHostile, isNotTakenForAnotherWhileItIsTooBusyToSayWhoItIs) {
         return told.has_value();
     }));
     EXPECT_EQ(told, AtSpiToolkit::libreOffice);
+    bench->desktop().stop(program);
+}
+
+/// The text of a program, read as one and the same element again and again.
+class OneText {
+  public:
+    explicit OneText(std::int64_t processId) : processId_(processId) {}
+
+    std::optional<QString> read() {
+        using Text = std::optional<QString>;
+        AtSpiBudget budget;
+        return service_->ask<Text>(
+            budget,
+            [state = state_, pid = processId_](AtSpiService::Core& core,
+                                               AtSpiDeadline& deadline) -> Text {
+                const auto found = core.applications.find(pid, deadline);
+                if (!found) {
+                    return std::nullopt;
+                }
+                state->object = {found->root.bus,
+                                 QStringLiteral("/org/a11y/atspi/accessible/text/0")};
+                state->toolkit = found->toolkit;
+                return AtSpiTextReader(core.bus, *state, deadline).wholeText();
+            });
+    }
+
+    /// To be asked only while nothing is being read.
+    const AtSpiElementState& state() const { return *state_; }
+
+  private:
+    std::int64_t processId_;
+    std::shared_ptr<AtSpiElementState> state_ = std::make_shared<AtSpiElementState>();
+    std::shared_ptr<AtSpiService> service_ = std::make_shared<AtSpiService>();
+};
+
+TEST_F(AtSpiHostile, isReadOnlyOnceItSaysOfWhatKindItsTextIs) {
+    ChildProcess& program = *startAt("busyText", {100, 100, 600, 300}).first;
+    OneText text(program.pid());
+    ASSERT_TRUE(bench->desktop().waitUntil([&] {
+        EXPECT_EQ(text.read(), std::nullopt);
+        return wasAskedWhileBusy("busyText");
+    }));
+    // Nothing of that is remembered.
+    program.signalAll(SIGUSR1);
+    EXPECT_TRUE(
+        bench->desktop().waitUntil([&] { return text.read() == QString::fromUtf8(content); }));
+    bench->desktop().stop(program);
+}
+
+TEST_F(AtSpiHostile, givesNoPasswordAwayWhileItIsTooBusyToSayThatItIsOne) {
+    ChildProcess& program = *startAt("busyPassword", {100, 100, 600, 300}).first;
+    OneText text(program.pid());
+    ASSERT_TRUE(bench->desktop().waitUntil([&] {
+        EXPECT_EQ(text.read(), std::nullopt);
+        return wasAskedWhileBusy("busyPassword");
+    }));
+    EXPECT_FALSE(text.state().isLearnt);
+    program.signalAll(SIGUSR1);
+    EXPECT_TRUE(bench->desktop().waitUntil([&] {
+        EXPECT_EQ(text.read(), std::nullopt);
+        return text.state().isLearnt;
+    }));
+    bench->desktop().stop(program);
+}
+
+TEST_F(AtSpiHostile, isNotReadAtAnotherPlaceWhileItIsTooBusyToSayWhereItsTextStands) {
+    const auto [program, point] = startAt("busyCorner", {100, 100, 600, 300});
+    X11WindowLocator locator{X11ClientRange{}};
+    const auto window = locator.topmostWindowAt(point);
+    ASSERT_TRUE(window && window->processId == program->pid());
+    const auto service = std::make_shared<AtSpiService>();
+    const auto focused = [&] {
+        using Found = std::optional<AtSpiElementState>;
+        AtSpiBudget budget;
+        return service->ask<Found>(
+            budget, [window = *window](AtSpiService::Core& core, AtSpiDeadline&) {
+                const ScreenGeometry screen({{1, {0, 0, 1600, 1000}, 1, {0, 0, 1600, 1000}}});
+                // Less than the whole budget: whatever is found comes in time.
+                AtSpiDeadline brief(std::chrono::milliseconds(150), AtSpiBudget::perCall,
+                                    AtSpiPurpose::focus);
+                return findAtSpiFocusedElement(core, window, screen, brief);
+            });
+    };
+    ASSERT_TRUE(bench->desktop().waitUntil([&] {
+        EXPECT_FALSE(focused().has_value());
+        return wasAskedWhileBusy("busyCorner");
+    }));
+    program->signalAll(SIGUSR1);
+    std::optional<AtSpiElementState> found;
+    ASSERT_TRUE(bench->desktop().waitUntil([&] {
+        found = focused();
+        return found.has_value();
+    }));
+    // Its own elements count from another corner, 30 pixels above.
+    EXPECT_EQ(found->space.captureFromTarget({200, 100, 20, 24}), (Rect{200, 130, 20, 24}));
+    bench->desktop().stop(*program);
 }
 
 }  // namespace

@@ -27,8 +27,11 @@ constexpr int cellWidth = 20;
 constexpr int cellHeight = 24;
 constexpr int most = std::numeric_limits<int>::max();
 constexpr int least = std::numeric_limits<int>::min();
+constexpr int paneShift = 30;
 constexpr uint textRole = 61;
+constexpr uint passwordRole = 40;
 constexpr uint frameRole = 23;
+constexpr uint paneRole = 46;
 constexpr uint applicationRole = 75;
 constexpr int hugeSize = 100 * 1024 * 1024;  // Near the most that the bus carries.
 constexpr int dripMilliseconds = 60;
@@ -36,7 +39,11 @@ constexpr int dripMilliseconds = 60;
 const QString rootPath = QStringLiteral("/org/a11y/atspi/accessible/root");
 const QString framePath = QStringLiteral("/org/a11y/atspi/accessible/1");
 const QString textPath = QStringLiteral("/org/a11y/atspi/accessible/text/0");
+const QString panePath = QStringLiteral("/org/a11y/atspi/accessible/2");
 const QString officeMode = QStringLiteral("busyOffice");
+const QString cornerMode = QStringLiteral("busyCorner");
+const QString roleMode = QStringLiteral("busyText");
+const QString passwordMode = QStringLiteral("busyPassword");
 const QString content = QStringLiteral("我们在学习中文词典");
 
 QVariantList boxed(const QVariant& value) {
@@ -91,7 +98,7 @@ bool HostileProgram::handleMessage(const QDBusMessage& message, const QDBusConne
         return true;
     }
     if (!lies && isBusy(message)) {
-        std::puts("asked for its name while it is busy");
+        std::puts(("asked while it is busy: " + mode_.toStdString()).c_str());
         std::fflush(stdout);
         message.setDelayedReply(true);
         return true;
@@ -119,8 +126,18 @@ bool HostileProgram::handleMessage(const QDBusMessage& message, const QDBusConne
 }
 
 bool HostileProgram::isBusy(const QDBusMessage& message) const {
-    return mode_ == officeMode && message.path() == rootPath &&
-           askedProperty(message) == QLatin1String("Name");
+    if (mode_ == officeMode) {
+        return message.path() == rootPath && askedProperty(message) == QLatin1String("Name");
+    }
+    if (mode_ == cornerMode) {
+        return message.path() == panePath && message.member() == QLatin1String("GetExtents");
+    }
+    return (mode_ == roleMode || mode_ == passwordMode) && isText(message) &&
+           message.member() == QLatin1String("GetRole");
+}
+
+bool HostileProgram::isOffice() const {
+    return mode_ == officeMode || mode_ == cornerMode;
 }
 
 bool HostileProgram::isText(const QDBusMessage& message) const {
@@ -131,6 +148,26 @@ BusReference HostileProgram::reference(const QString& path) const {
     return {bus_.baseService(), QDBusObjectPath(path)};
 }
 
+uint HostileProgram::roleOf(const QDBusMessage& message) const {
+    if (isText(message)) {
+        return mode_ == passwordMode ? passwordRole : textRole;
+    }
+    return message.path() == rootPath   ? applicationRole
+           : message.path() == panePath ? paneRole
+                                        : frameRole;
+}
+
+QString HostileProgram::childOf(const QString& path) const {
+    return mode_ == cornerMode && path == framePath ? panePath : textPath;
+}
+
+QString HostileProgram::parentOf(const QString& path) const {
+    if (path == framePath || path == rootPath) {
+        return rootPath;
+    }
+    return mode_ == cornerMode && path != panePath ? panePath : framePath;
+}
+
 std::optional<QVariantList> HostileProgram::honest(const QDBusMessage& message) const {
     const QString member = message.member();
     const bool isRoot = message.path() == rootPath;
@@ -138,10 +175,12 @@ std::optional<QVariantList> HostileProgram::honest(const QDBusMessage& message) 
         return honestProperty(message);
     }
     if (member == QLatin1String("GetRole")) {
-        return QVariantList{isRoot ? applicationRole : isText(message) ? textRole : frameRole};
+        return QVariantList{roleOf(message)};
     }
     if (member == QLatin1String("GetState")) {
-        return QVariantList{QVariant::fromValue(QList<uint>{(1U << 25U) | (1U << 30U), 0})};
+        const uint focused = mode_ == cornerMode && isText(message) ? 1U << 12U : 0U;
+        return QVariantList{
+            QVariant::fromValue(QList<uint>{(1U << 25U) | (1U << 30U) | focused, 0})};
     }
     if (member == QLatin1String("GetInterfaces")) {
         QStringList names{QStringLiteral("org.a11y.atspi.Accessible"),
@@ -154,7 +193,7 @@ std::optional<QVariantList> HostileProgram::honest(const QDBusMessage& message) 
     if (member == QLatin1String("GetChildren")) {
         QList<BusReference> children;
         if (!isText(message)) {
-            children.append(reference(isRoot ? framePath : textPath));
+            children.append(reference(isRoot ? framePath : childOf(message.path())));
         }
         return QVariantList{QVariant::fromValue(children)};
     }
@@ -163,14 +202,14 @@ std::optional<QVariantList> HostileProgram::honest(const QDBusMessage& message) 
     }
     if (member == QLatin1String("GetExtents")) {
         const auto [x, y, width, height] = window_();
-        return QVariantList{x, y, width, height};
+        return QVariantList{x, y - (message.path() == panePath ? paneShift : 0), width, height};
     }
     return isText(message) ? std::optional(honestText(message)) : std::nullopt;
 }
 
 std::optional<QVariantList> HostileProgram::honestProperty(const QDBusMessage& message) const {
     const QString name = askedProperty(message);
-    if (mode_ == officeMode && message.path() == rootPath) {
+    if (isOffice() && message.path() == rootPath) {
         if (name == QLatin1String("Name") || name == QLatin1String("ToolkitName")) {
             return boxed(name == QLatin1String("Name") ? QStringLiteral("soffice")
                                                        : QStringLiteral("gtk"));
@@ -186,7 +225,7 @@ std::optional<QVariantList> HostileProgram::honestProperty(const QDBusMessage& m
         return boxed(isText(message) ? 0 : 1);
     }
     if (name == QLatin1String("Parent")) {
-        return boxed(QVariant::fromValue(reference(isText(message) ? framePath : rootPath)));
+        return boxed(QVariant::fromValue(reference(parentOf(message.path()))));
     }
     if (name == QLatin1String("CharacterCount")) {
         return boxed(isText(message) ? static_cast<int>(content.size()) : 0);

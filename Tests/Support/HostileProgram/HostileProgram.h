@@ -45,8 +45,16 @@ class HostileProgram : public QDBusVirtualObject {
     std::optional<QVariantList> lieAboutText(const QDBusMessage& message);
     std::optional<QVariantList> lieAboutPlaces(const QDBusMessage& message);
 
-    /// An office suite that says which toolkit it uses and, until `turn`, not who it is.
+    /// Whether a program that is busy until `turn` leaves this one question unanswered: an office
+    /// suite that of who it is (busyOffice) or that of where its own elements begin (busyCorner);
+    /// any other that of what kind its text is (busyText, busyPassword).
     bool isBusy(const QDBusMessage& message) const;
+    bool isOffice() const;
+    uint roleOf(const QDBusMessage& message) const;
+    /// An office suite's own elements stand in one that fills the window, and count from another
+    /// corner.
+    QString childOf(const QString& path) const;
+    QString parentOf(const QString& path) const;
     bool isText(const QDBusMessage& message) const;
     BusReference reference(const QString& path) const;
     QVariantList next(const QDBusMessage& message) const;

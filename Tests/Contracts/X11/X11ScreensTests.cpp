@@ -6,6 +6,8 @@
 #include <QGuiApplication>
 #include <QScreen>
 #include <atomic>
+#include <chrono>
+#include <cstdint>
 #include <memory>
 #include <thread>
 #include <vector>
@@ -187,6 +189,35 @@ TEST_F(X11ScreensTests, PanelsAreFollowedWhereTheServerTakesNoMorePrograms) {
     others.clear();
     panel.setProperty(bar, "_NET_WM_STRUT", "CARDINAL", {0, 0, 48, 0});
     EXPECT_TRUE(becomesVisible(0, {0, 0, 3520, 1212}));
+}
+
+TEST_F(X11ScreensTests, NoChangeIsOverlookedWhileAnotherIsTakenIn) {
+    const auto bar = panel.open({0, 0, 3520, 24});
+    const auto dock = panel.open({0, 1200, 3520, 60});
+    panel.setProperty(bar, "_NET_WM_STRUT", "CARDINAL", {0, 0, 24, 0});
+    panel.setProperty(dock, "_NET_WM_STRUT", "CARDINAL", {0, 0, 0, 60});
+    start();
+    TestApplication here(server.display());
+    constexpr std::uint32_t rounds = 1000;
+    for (std::uint32_t i = 0; i < rounds; ++i) {
+        panel.setProperty(0, "_NET_CLIENT_LIST", "WINDOW", {bar, dock});
+        ASSERT_TRUE(EventLoop::waitUntil([&] { return visible(0).maxY() == 1236; })) << i;
+        EventLoop::settle();
+        // The server is told to leave a window alone that is no panel any more, and that may read
+        // the next change, at whatever moment that comes.
+        const std::uint32_t height = 61 + i % 2;
+        std::thread other([&] {
+            here.setProperty(0, "_NET_CLIENT_LIST", "WINDOW", {dock});
+            const auto later =
+                std::chrono::steady_clock::now() + std::chrono::microseconds(i % 500);
+            while (std::chrono::steady_clock::now() < later) {
+            }
+            here.setProperty(dock, "_NET_WM_STRUT", "CARDINAL", {0, 0, 0, height});
+        });
+        const bool isSeen = becomesVisible(0, {0, 1.0 * height, 3520, 1260.0 - height});
+        other.join();
+        ASSERT_TRUE(isSeen) << i;
+    }
 }
 
 TEST_F(X11ScreensTests, AbsurdStrutsTakeNothing) {

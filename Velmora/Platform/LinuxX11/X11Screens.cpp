@@ -156,7 +156,6 @@ void X11Screens::Parts::followScreen(QScreen* screen) {
 void X11Screens::Parts::refresh() {
     ++question;  // What is being asked is older.
     apply(factsOf(connection).value_or(Facts()));
-    pump.keepEarlyEvents();
     askIfStale();
 }
 
@@ -198,6 +197,7 @@ void X11Screens::Parts::take(std::uint64_t number) {
 
 void X11Screens::Parts::apply(const Facts& facts) {
     followPanels(facts.struts.windows);
+    pump.keepEarlyEvents();  // Also what is sent reads what comes.
     std::vector<ScreenLayout> layouts;
     std::vector<Rect> frames;
     for (const QScreen* screen : screensPrimaryFirst()) {

@@ -2,6 +2,7 @@
 #include "Tests/Views/WindowTest.h"
 
 #include <QTest>
+#include <algorithm>
 
 namespace velmora::test {
 
@@ -9,8 +10,27 @@ namespace {
 
 using ColorScheme = DesktopAppearance::ColorScheme;
 
-/// Long enough for every animation of a control to end.
-constexpr int settlingMilliseconds = 400;
+constexpr int patience = 60000;  // Milliseconds; machines that run tests may be slow.
+
+bool isRunningAnimation(const QObject& object) {
+    return object.inherits("QQuickAbstractAnimation") && object.property("running").toBool();
+}
+
+/// Whether something in an item is on its way to where it will stay.
+bool isMoving(const QQuickItem& item) {
+    const auto own = item.findChildren<QObject*>();
+    const auto items = item.childItems();
+    return std::any_of(own.begin(), own.end(),
+                       [](const QObject* each) { return isRunningAnimation(*each); }) ||
+           std::any_of(items.begin(), items.end(),
+                       [](const QQuickItem* each) { return isMoving(*each); });
+}
+
+/// Whether a window is on the screen, with the keyboard where it takes that.
+bool hasCome(const QQuickWindow& window) {
+    return window.isExposed() &&
+           (window.isActive() || window.flags().testFlag(Qt::WindowDoesNotAcceptFocus));
+}
 
 }  // namespace
 
@@ -46,6 +66,21 @@ void WindowTest::press(QWindow& window, int key, Qt::KeyboardModifiers modifiers
     QTest::keyClick(&window, static_cast<Qt::Key>(key), modifiers);
 }
 
+/// Nothing was moving when the picture was made, even if that began something.
+QImage WindowTest::settledPicture(QQuickWindow& window) {
+    QImage picture;
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] {
+            if (!hasCome(window) || isMoving(*window.contentItem())) {
+                return false;
+            }
+            picture = window.grabWindow().convertToFormat(QImage::Format_RGB32);
+            return !isMoving(*window.contentItem());
+        },
+        patience));
+    return picture;
+}
+
 void WindowTest::compare(QQuickWindow& window, const std::string& name) {
     const int ratio = static_cast<int>(window.devicePixelRatio());
     const std::string suffix = ratio == 1 ? "" : "@" + std::to_string(ratio) + "x";
@@ -55,9 +90,8 @@ void WindowTest::compare(QQuickWindow& window, const std::string& name) {
         if (window.color().alpha() == 0) {
             window.setColor(QColor(0x8a, 0x9b, 0xae));  // Stands for what lies below.
         }
-        QTest::qWait(settlingMilliseconds);
-        EXPECT_TRUE(matchesApproved(window.grabWindow().convertToFormat(QImage::Format_RGB32),
-                                    name + "-" + scheme_name + suffix));
+        QCoreApplication::processEvents();  // What the test itself has begun.
+        EXPECT_TRUE(matchesApproved(settledPicture(window), name + "-" + scheme_name + suffix));
         if (window.flags().testFlag(Qt::FramelessWindowHint)) {
             window.setColor(Qt::transparent);
         }

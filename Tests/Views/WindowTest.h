@@ -46,7 +46,10 @@ class WindowTest : public ViewTest {
     static void clickAt(QQuickItem& item, QPointF position);
     static void press(QWindow& window, int key, Qt::KeyboardModifiers modifiers = {});
 
-    /// Compares what a window shows with the approved pictures, in both appearances.
+    /// What a window shows once it has come to the screen and every animation in it has ended.
+    static QImage settledPicture(QQuickWindow& window);
+
+    /// Compares what a window shows then with the approved pictures, in both appearances.
     void compare(QQuickWindow& window, const std::string& name);
 
     testing::ModelWorld world;

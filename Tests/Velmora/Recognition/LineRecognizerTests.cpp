@@ -3,7 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <string>
+#include <vector>
+
 #include "Tests/Velmora/Recognition/FakeReader.h"
+#include "Velmora/Platform/Recognition/CodePoint.h"
 #include "Velmora/Platform/Recognition/RememberingLineReader.h"
 
 namespace velmora {
@@ -251,6 +256,100 @@ TEST(LineRecognizer, KeepsSilentAboutForeignScripts) {
     const ReadLine read = lines.recognize(found, found.lines[0], thirdCharacter);
     ASSERT_FALSE(read.candidates.empty());
     EXPECT_LT(read.candidates[0].confidence, 0.3F);
+}
+
+/// Below this a reading counts for nothing; from the other on it is what is there.
+constexpr float silence = 0.3F;
+constexpr float sureness = 0.99F;
+
+/// In whose fonts the forms are less like the ink: it is written in another one, or by hand.
+class UnlikeReader : public FakeReader {
+  public:
+    float likeness = 1;
+
+    std::optional<MatchedCells> matchCells(const CellsToMatch& request) override {
+        std::optional<MatchedCells> result = FakeReader::matchCells(request);
+        if (result) {
+            result->fontFit *= likeness;
+            for (std::vector<GlyphMatch>& matches : result->cells) {
+                for (GlyphMatch& match : matches) {
+                    match.exact *= likeness;
+                }
+            }
+        }
+        return result;
+    }
+};
+
+/// The confidence of a line at one of its characters where this is shown and that is read, the
+/// first time, the second time, and with the model of the other script.
+float confidenceAt(FakeReader& reader, const std::u32string& shown,
+                   const std::array<std::u32string, 3>& readings, int character) {
+    std::array<std::vector<std::string>, 3> texts;
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        for (const char32_t each : readings[i]) {
+            texts[i].push_back(utf8Of(each));
+        }
+    }
+    reader.texts[ScriptModel::simplified] = {texts[0], texts[1]};
+    reader.texts[ScriptModel::traditional] = {texts[2]};
+    LineRecognizer lines(reader, nullptr);
+    const FoundLines found = pictureOf(shown);
+    const ReadLine read = lines.recognize(found, found.lines[0], 20 + character * em + em / 2);
+    return read.candidates.empty() ? -1 : read.candidates[0].confidence;
+}
+
+/// Where it is read as it is shown, each time.
+float confidenceAt(FakeReader& reader, const std::u32string& shown, int character) {
+    return confidenceAt(reader, shown, {shown, shown, shown}, character);
+}
+
+TEST(LineRecognizer, ACharacterByItselfMustBeLikeItsForm) {
+    UnlikeReader reader;
+    reader.glyphs = U"他中文好甲子丙";
+    reader.likeness = 0.7F;
+    EXPECT_LT(confidenceAt(reader, U"中", 0), silence);
+    EXPECT_LT(confidenceAt(reader, U"a中b", 1), silence) << "letters tell nothing of its font";
+    EXPECT_GE(confidenceAt(reader, U"中文", 0), sureness) << "another one tells of their font";
+    reader.likeness = 0.8F;
+    EXPECT_GE(confidenceAt(reader, U"中", 0), sureness);
+}
+
+TEST(LineRecognizer, ALetterIsSureOnlyAmongCharacters) {
+    FakeReader reader;
+    reader.glyphs = U"他中文好甲子丙";
+    EXPECT_GE(confidenceAt(reader, U"他文b好子", 2), sureness);
+    EXPECT_LT(confidenceAt(reader, U"ab中de", 1), silence);
+}
+
+TEST(LineRecognizer, ACharacterInAForeignTextMustBeSure) {
+    UnlikeReader reader;
+    reader.glyphs = U"他文好子一万与丕东丣个丱丸丿乆乍乔乛乢乩买乷乾亅";
+    reader.likeness = 0.9F;
+    // Its form has rivals that are much like it, and the reader takes it for another.
+    const std::u32string misread = U"他文甲好子";
+    const float among = confidenceAt(reader, U"他文乔好子", {misread, misread, misread}, 2);
+    EXPECT_GE(among, silence);
+    EXPECT_LT(among, sureness);
+    const std::u32string foreign = U"ab甲de";
+    EXPECT_LT(confidenceAt(reader, U"ab乔de", {foreign, foreign, foreign}, 2), silence);
+    EXPECT_GE(confidenceAt(reader, U"ab文de", 2), sureness);
+}
+
+TEST(LineRecognizer, WithoutFormsToCompareALetterIsSureOnlyAmongCharacters) {
+    FakeReader reader;
+    EXPECT_GE(confidenceAt(reader, U"他文b好子", 2), sureness);
+    EXPECT_LT(confidenceAt(reader, U"ab中de", 1), sureness);
+    EXPECT_GE(confidenceAt(reader, U"ab中de", 2), sureness);
+}
+
+TEST(LineRecognizer, WithoutFormsToCompareADoubtfulCharacterInAForeignTextIsKeptSilent) {
+    FakeReader reader;
+    const float among =
+        confidenceAt(reader, U"他文中好子", {U"他文丩好子", U"他文c好子", U"他文f好子"}, 2);
+    EXPECT_GE(among, silence);
+    EXPECT_LT(among, sureness);
+    EXPECT_LT(confidenceAt(reader, U"ab中de", {U"ab丩de", U"abcde", U"abfde"}, 2), silence);
 }
 
 TEST(LineRecognizer, AFailingReaderGivesNoCandidates) {

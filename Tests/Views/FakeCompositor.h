@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QCoreApplication>
+#include <functional>
 #include <utility>
 
 #include "Velmora/Platform/Compositor.h"
@@ -11,6 +13,10 @@ namespace velmora::test {
 class FakeCompositor : public Compositor {
   public:
     bool isCompositing() const override { return compositing_; }
+    /// The next turn of the event loop brings the answer.
+    void whenAnswered(std::function<void()> step) override {
+        QMetaObject::invokeMethod(qApp, std::move(step), Qt::QueuedConnection);
+    }
     void observe(Observer observer) override { observer_ = std::move(observer); }
 
     void set(bool compositing) {

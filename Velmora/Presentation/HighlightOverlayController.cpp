@@ -31,7 +31,7 @@ void HighlightOverlayController::prepare() {
 
 void HighlightOverlayController::ensurePanel() {
     if (!panel_) {
-        panel_ = std::make_unique<HighlightView>();
+        panel_ = std::make_unique<HighlightView>(theme_);
     }
 }
 
@@ -43,13 +43,12 @@ void HighlightOverlayController::show(const Rect& rect) {
     ensurePanel();
     frame_ = rect.grownBy(outset);
     place();
-    panel_->show();
-    panel_->raise();
+    panel_->orderFront();
 }
 
 void HighlightOverlayController::orderOut() {
     if (panel_) {
-        panel_->hide();
+        panel_->orderOut();
     }
 }
 

@@ -5,8 +5,6 @@
 #include <QPainter>
 #include <QPainterPath>
 
-#include "Velmora/Presentation/OverlayFlags.h"
-
 namespace velmora {
 
 namespace {
@@ -24,11 +22,7 @@ QColor withAlpha(QColor color, float alpha) {
 
 }  // namespace
 
-HighlightView::HighlightView() {
-    setFlags(clickThroughFlags);
-    QSurfaceFormat translucent = format();
-    translucent.setAlphaBufferSize(8);
-    setFormat(translucent);
+HighlightView::HighlightView(const Theme& theme) : OverlayWindow(theme) {
     setTitle(QStringLiteral("Velmora"));
 }
 

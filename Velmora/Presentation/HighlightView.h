@@ -2,17 +2,19 @@
 #pragma once
 
 #include <QColor>
-#include <QRasterWindow>
 #include <QRectF>
+
+#include "Velmora/Presentation/OverlayWindow.h"
 
 namespace velmora {
 
-/// The window that outlines characters: clicks go through it and it never takes the focus.
-class HighlightView : public QRasterWindow {
+/// The window that outlines characters.
+class HighlightView : public OverlayWindow {
     Q_OBJECT
 
   public:
-    HighlightView();
+    /// The theme outlives the window.
+    explicit HighlightView(const Theme& theme);
 
     /// Takes this frame (Qt's logical coordinates, fractions allowed). Where the desktop does not
     /// blend windows, the window has the shape of the outline alone, in its full colour.

@@ -47,9 +47,44 @@ void PanelWindow::showAt(const QRect& frame) {
 
 void PanelWindow::orderOut() {
     if (shadow_) {
-        shadow_->hide();
+        shadow_->orderOut();
     }
     hide();
+}
+
+void PanelWindow::exposeEvent(QExposeEvent* event) {
+    if (isExposed()) {
+        paintWhenAnswered();
+    } else {
+        paintedSize_ = QSize();
+        QQuickWindow::exposeEvent(event);
+    }
+}
+
+bool PanelWindow::event(QEvent* event) {
+    if (event->type() == QEvent::UpdateRequest && (isPaintingDue_ || paintedSize_ != size())) {
+        paintWhenAnswered();
+        return true;
+    }
+    return QQuickWindow::event(event);
+}
+
+/// For a frame of a new size the toolkit asks the display about the memory that it shares with this
+/// program, just when the compositor takes in the new size too.
+void PanelWindow::paintWhenAnswered() {
+    if (!isPaintingDue_) {
+        isPaintingDue_ = true;
+        theme_.whenAnswered(*this, [this] { paintWhole(); });
+    }
+}
+
+void PanelWindow::paintWhole() {
+    isPaintingDue_ = false;
+    if (isExposed()) {
+        paintedSize_ = size();
+        QExposeEvent whole(QRect(QPoint(0, 0), size()));
+        QQuickWindow::exposeEvent(&whole);
+    }
 }
 
 void PanelWindow::setAlpha(double alpha) {
@@ -90,19 +125,19 @@ void PanelWindow::applyShape() {
     const double radius = view_->property("cornerRadius").toDouble();
     if (!theme_.isCompositing()) {
         if (shadow_) {
-            shadow_->hide();
+            shadow_->orderOut();
         }
         setMask(roundedRegion(QRect(QPoint(0, 0), size()), radius));
         return;
     }
     setMask(QRegion());
     ensuredShadow().surround(geometry(), radius, theme_.colors().shadow);
-    shadow_->show();
+    shadow_->orderFront();
 }
 
 ShadowWindow& PanelWindow::ensuredShadow() {
     if (!shadow_) {
-        shadow_ = std::make_unique<ShadowWindow>();
+        shadow_ = std::make_unique<ShadowWindow>(theme_);
         shadow_->setOpacity(alpha_);
     }
     return *shadow_;

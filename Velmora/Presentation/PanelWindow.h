@@ -24,7 +24,8 @@ class PanelWindow : public QQuickWindow {
     void setView(std::unique_ptr<QQuickItem> view);
     QQuickItem* view() const { return view_.get(); }
 
-    /// Shows the panel in this place (Qt's logical coordinates), above everything.
+    /// Shows the panel in this place (Qt's logical coordinates), above everything. Its frame is
+    /// painted when the display has time for it, its shadow comes a moment later.
     void showAt(const QRect& frame);
     void orderOut();
 
@@ -40,7 +41,13 @@ class PanelWindow : public QQuickWindow {
 
     const ShadowWindow* shadow() const { return shadow_.get(); }
 
+  protected:
+    bool event(QEvent* event) override;
+    void exposeEvent(QExposeEvent* event) override;
+
   private:
+    void paintWhenAnswered();
+    void paintWhole();
     void applyAlpha();
     void applyShape();
     ShadowWindow& ensuredShadow();
@@ -49,6 +56,8 @@ class PanelWindow : public QQuickWindow {
     std::unique_ptr<QQuickItem> view_;
     std::unique_ptr<ShadowWindow> shadow_;
     double alpha_ = 1;
+    QSize paintedSize_;  ///< Of the frame on the screen; none where the window has just come.
+    bool isPaintingDue_ = false;
 };
 
 }  // namespace velmora

@@ -186,11 +186,15 @@ std::vector<std::function<void()>> PopoverPanelController::warmUpSteps() {
     const auto add = [this, &steps](std::function<void(PanelWindow&)> work) {
         steps.emplace_back([this, work = std::move(work)] { whileHidden(work); });
     };
-    const auto addView = [this, &add](const char* type, QSize size, auto make) {
-        add([this, type](PanelWindow&) { views_.load(QString::fromLatin1(type)); });
+    const auto addView = [&add](QSize size, auto make) {
         add([make](PanelWindow& panel) { panel.setView(make()); });
         add([size](PanelWindow& panel) { panel.prepare(size); });
     };
+    // They are read while the rest is made.
+    for (const char* const view :
+         {"PinyinPopoverView", "EntryPopoverView", "SelectionPopoverView"}) {
+        add([this, view](PanelWindow&) { views_.load(QString::fromLatin1(view)); });
+    }
     add([](PanelWindow& panel) { panel.create(); });
     add([](PanelWindow& panel) { panel.prepareShadow(); });
     // The shapes that the pointer takes over our windows are read when they are set first.
@@ -200,8 +204,7 @@ std::vector<std::function<void()>> PopoverPanelController::warmUpSteps() {
     add([](PanelWindow& panel) { panel.unsetCursor(); });
     // The least one first: what it shares with the others is there then.
     const auto sample = std::make_shared<const LookupResult>(sampleResult());
-    addView("PinyinPopoverView", {110, 38},
-            [this, sample] { return makePinyin(sample->entry.pinyinMarked, 1); });
+    addView({110, 38}, [this, sample] { return makePinyin(sample->entry.pinyinMarked, 1); });
     // Its parts by and by: each is read when it is made for the first time.
     LookupResult part = *sample;
     part.characterBreakdown.clear();
@@ -211,8 +214,8 @@ std::vector<std::function<void()>> PopoverPanelController::warmUpSteps() {
     for (const LookupResult& each : {part, withGlosses}) {
         add([this, each](PanelWindow& panel) { panel.setView(makeEntry(each, true, 1)); });
     }
-    addView("EntryPopoverView", {360, 360}, [this, sample] { return makeEntry(*sample, true, 1); });
-    addView("SelectionPopoverView", {430, 430},
+    addView({360, 360}, [this, sample] { return makeEntry(*sample, true, 1); });
+    addView({430, 430},
             [this, sample] { return makeSelection({*sample}, sample->matchedText, true, 1); });
     add([](PanelWindow& panel) { panel.setView(nullptr); });
     return steps;

@@ -7,7 +7,6 @@
 #include <cmath>
 #include <vector>
 
-#include "Velmora/Presentation/OverlayFlags.h"
 #include "Velmora/Presentation/ShapePath.h"
 
 namespace velmora {
@@ -57,12 +56,7 @@ std::array<std::pair<int, int>, 3> stretches(int length, int corner) {
 
 }  // namespace
 
-ShadowWindow::ShadowWindow() {
-    setFlags(clickThroughFlags);
-    QSurfaceFormat translucent = format();
-    translucent.setAlphaBufferSize(8);
-    setFormat(translucent);
-}
+ShadowWindow::ShadowWindow(const Theme& theme) : OverlayWindow(theme) {}
 
 void ShadowWindow::surround(const QRect& panel, double radius, const QColor& color) {
     if (radius != radius_ || color != color_) {

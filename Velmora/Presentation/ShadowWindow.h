@@ -2,20 +2,21 @@
 #pragma once
 
 #include <QImage>
-#include <QRasterWindow>
+#include "Velmora/Presentation/OverlayWindow.h"
 
 namespace velmora {
 
-/// The soft shadow around a panel, in a window of its own that lets every click through, so that
-/// the panel's own window is exactly the panel. Only for desktops that blend windows.
-class ShadowWindow : public QRasterWindow {
+/// The soft shadow around a panel, in a window of its own, so that the panel's own window is
+/// exactly the panel. Only for desktops that blend windows.
+class ShadowWindow : public OverlayWindow {
     Q_OBJECT
 
   public:
     /// How far the shadow reaches beyond the panel, in points.
     static constexpr int margin = 30;
 
-    ShadowWindow();
+    /// The theme outlives the window.
+    explicit ShadowWindow(const Theme& theme);
 
     /// Takes its place around a panel (Qt's logical coordinates) with corners of this radius.
     void surround(const QRect& panel, double radius, const QColor& color);

@@ -4,12 +4,14 @@
 #include <QEvent>
 #include <QGuiApplication>
 #include <QPalette>
+#include <QPointer>
 #include <QQmlEngine>
 #include <QScreen>
 #include <QTextLayout>
 #include <QTextOption>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "Velmora/Presentation/HeadwordCharacter.h"
 #include "VelmoraCore/PinyinTone.h"
@@ -60,6 +62,14 @@ Theme* Theme::create(QQmlEngine* engine, QJSEngine*) {
 
 void Theme::attach(QQmlEngine& engine) {
     engine.setProperty(engineProperty, QVariant::fromValue(this));
+}
+
+void Theme::whenAnswered(QObject& owner, std::function<void()> step) const {
+    compositor_.whenAnswered([guard = QPointer<QObject>(&owner), step = std::move(step)] {
+        if (guard) {
+            step();
+        }
+    });
 }
 
 QColor Theme::accent() const {

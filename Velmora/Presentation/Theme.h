@@ -6,6 +6,7 @@
 #include <QFont>
 #include <QObject>
 #include <QVariantList>
+#include <functional>
 
 #include "Velmora/Platform/Compositor.h"
 #include "Velmora/Platform/DesktopAppearance.h"
@@ -58,6 +59,9 @@ class Theme : public QObject {
     bool isCompositing() const { return compositing_; }
     /// Sends what windows were told to the display at once.
     void sendChanges() const { compositor_.sendChanges(); }
+    /// Calls the step when the display has answered what is asked now, unless its owner is gone by
+    /// then. For whatever asks the display itself: while others keep it, that would have to wait.
+    void whenAnswered(QObject& owner, std::function<void()> step) const;
 
     const ThemeColors& colors() const { return dark_ ? ThemeColors::dark() : ThemeColors::light(); }
 

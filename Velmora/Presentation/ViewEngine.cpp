@@ -26,6 +26,14 @@ static void useModule() {
 
 namespace velmora {
 
+namespace {
+
+QUrl addressOf(const QString& type) {
+    return {QStringLiteral("qrc:/Velmora/Presentation/Qml/%1.qml").arg(type)};
+}
+
+}  // namespace
+
 void ViewEngine::registerPresentation() {
     useModule();
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
@@ -66,11 +74,19 @@ void ViewEngine::layoutSubtree(QQuickItem& item) {
     item.ensurePolished();
 }
 
-QQmlComponent& ViewEngine::component(const QString& type) {
+void ViewEngine::load(const QString& type) {
     std::unique_ptr<QQmlComponent>& slot = components_[type];
     if (!slot) {
-        const QUrl url(QStringLiteral("qrc:/Velmora/Presentation/Qml/%1.qml").arg(type));
-        slot = std::make_unique<QQmlComponent>(&engine_, url, QQmlComponent::PreferSynchronous);
+        slot =
+            std::make_unique<QQmlComponent>(&engine_, addressOf(type), QQmlComponent::Asynchronous);
+    }
+}
+
+QQmlComponent& ViewEngine::component(const QString& type) {
+    std::unique_ptr<QQmlComponent>& slot = components_[type];
+    if (!slot || slot->isLoading()) {
+        slot = std::make_unique<QQmlComponent>(&engine_, addressOf(type),
+                                               QQmlComponent::PreferSynchronous);
     }
     return *slot;
 }

@@ -30,10 +30,6 @@ ViewWindow::ViewWindow(Theme& theme, std::unique_ptr<QQuickItem> view)
     connect(this, &QWindow::widthChanged, this, [this] { view_->setSize(size()); });
     connect(this, &QWindow::heightChanged, this, [this] { view_->setSize(size()); });
     connect(&theme_, &Theme::changed, this, &ViewWindow::applyTheme);
-    appearance_.setSingleShot(true);
-    connect(&appearance_, &QTimer::timeout, this, &ViewWindow::appear);
-    firstFrame_.setSingleShot(true);
-    connect(&firstFrame_, &QTimer::timeout, this, &ViewWindow::paintFirstFrame);
     applyTheme();
 }
 
@@ -73,25 +69,29 @@ void ViewWindow::centerOn(const ScreenGeometry& screens) {
 void ViewWindow::present() {
     view_->setFocus(true);
     if (isVisible()) {
-        bringUp();
-        return;
+        raise();
+        requestActivate();
+    } else if (!isComing_) {
+        isComing_ = true;
+        create();
+        applyTheme();
+        theme_.whenAnswered(*this, [this] { appear(); });
     }
-    create();
-    applyTheme();
-    // Unlike what is posted, a timer lets the loop look for events first.
-    appearance_.start(0);
 }
 
 void ViewWindow::appear() {
+    if (!isComing_) {
+        return;
+    }
     if (isDrawn_) {
+        isComing_ = false;
         show();
-        bringUp();
         return;
     }
     // The frame is kept and on the screen as soon as the window is.
     isDrawn_ = true;
     grabWindow();
-    appearance_.start(0);
+    theme_.whenAnswered(*this, [this] { appear(); });
 }
 
 /// A window that comes to the screen meets many events at once, for each of which the toolkit asks
@@ -99,27 +99,32 @@ void ViewWindow::appear() {
 void ViewWindow::exposeEvent(QExposeEvent* event) {
     if (isPainted_ || !isExposed()) {
         QQuickWindow::exposeEvent(event);
-    } else {
-        firstFrame_.start(0);
+    } else if (!isFirstFrameDue_) {
+        isFirstFrameDue_ = true;
+        theme_.whenAnswered(*this, [this] { paintFirstFrame(); });
     }
 }
 
 void ViewWindow::paintFirstFrame() {
+    isFirstFrameDue_ = false;
+    if (!isExposed()) {
+        return;
+    }
     isPainted_ = true;
     QExposeEvent whole(QRect(QPoint(0, 0), size()));
     QQuickWindow::exposeEvent(&whole);
-}
-
-void ViewWindow::bringUp() {
-    raise();
-    requestActivate();
+    // Without a window manager nobody makes a new window active.
+    theme_.whenAnswered(*this, [this] {
+        if (isVisible() && !isActive()) {
+            requestActivate();
+        }
+    });
 }
 
 void ViewWindow::dispose(std::unique_ptr<ViewWindow> window) {
     if (window) {
         window->closed_ = {};
-        window->appearance_.stop();
-        window->firstFrame_.stop();
+        window->isComing_ = false;
         window->hide();
         window.release()->deleteLater();
     }

@@ -3,7 +3,6 @@
 
 #include <QQuickItem>
 #include <QQuickWindow>
-#include <QTimer>
 #include <functional>
 #include <memory>
 
@@ -38,8 +37,9 @@ class ViewWindow : public QQuickWindow {
     void centerOn(const ScreenGeometry& screens);
 
     /// Shows it with the focus on its view, on top of the others. A window that is not on the
-    /// screen yet comes there by and by, in pieces between which the event loop looks for what else
-    /// happens: the toolkit asks the display several questions for each.
+    /// screen yet comes there by and by, in pieces, each when the display has time for it: the
+    /// toolkit asks it several questions for each. It becomes active as window managers see fit for
+    /// new windows.
     void present();
 
     /// Where the window stands, or stood when it was closed, in Qt's logical coordinates.
@@ -55,17 +55,16 @@ class ViewWindow : public QQuickWindow {
   private:
     void appear();
     void paintFirstFrame();
-    void bringUp();
     void applyTheme();
     bool isFrameless() const { return flags().testFlag(Qt::FramelessWindowHint); }
 
     Theme& theme_;
     std::unique_ptr<QQuickItem> view_;
     std::function<void()> closed_;
-    QTimer appearance_;
-    QTimer firstFrame_;
-    bool isDrawn_ = false;    ///< Its first frame is made.
-    bool isPainted_ = false;  ///< It is on the screen.
+    bool isComing_ = false;         ///< To be shown in pieces, and not shown yet.
+    bool isDrawn_ = false;          ///< Its first frame is made.
+    bool isFirstFrameDue_ = false;  ///< It is on the screen, its first frame not yet.
+    bool isPainted_ = false;        ///< Its first frame is on the screen.
     QRect closingFrame_;
 };
 

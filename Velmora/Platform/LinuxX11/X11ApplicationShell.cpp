@@ -3,7 +3,6 @@
 
 #include <xcb/xcb.h>
 
-#include <QAbstractNativeEventFilter>
 #include <QEvent>
 #include <QGuiApplication>
 #include <QPointer>
@@ -15,6 +14,8 @@
 #include <memory>
 #include <string>
 #include <vector>
+
+#include "Velmora/Platform/LinuxX11/X11ToolkitEvents.h"
 
 namespace velmora {
 namespace {
@@ -39,14 +40,14 @@ xcb_connection_t* applicationConnection() {
 
 }  // namespace
 
-class X11ApplicationShell::Parts : public QObject, public QAbstractNativeEventFilter {
+class X11ApplicationShell::Parts : public QObject {
   public:
     Parts() : connection_(applicationConnection()) {
         if (connection_ != nullptr) {
             root_ = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
             askForAtoms();
             qGuiApp->installEventFilter(this);
-            qGuiApp->installNativeEventFilter(this);
+            toolkitEvents_ = std::make_unique<X11ToolkitEvents>();
         }
     }
 
@@ -63,13 +64,11 @@ class X11ApplicationShell::Parts : public QObject, public QAbstractNativeEventFi
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
-    bool nativeEventFilter(const QByteArray& type, void* message, qintptr* result) override;
 
   private:
     void askForAtoms();
     xcb_atom_t atom(const char* name);
     std::vector<xcb_atom_t> hiddenStates();
-    bool isComing(xcb_window_t id) const;
     void prepare(const QWindow& window);
     void announce(const QWindow& window);
     void activate(const QWindow& window);
@@ -80,16 +79,16 @@ class X11ApplicationShell::Parts : public QObject, public QAbstractNativeEventFi
     xcb_window_t root_ = XCB_WINDOW_NONE;
     ActivationPolicy policy_ = ActivationPolicy::accessory;
     QPointer<QWindow> lastShown_;
-    std::vector<QPointer<QWindow>> coming_;      ///< Shown, and not on the screen yet.
     std::vector<QPointer<QWindow>> toActivate_;  ///< Made, and maybe on their way to the screen.
     std::map<std::string, xcb_intern_atom_cookie_t> questions_;
     std::map<std::string, xcb_atom_t> atoms_;
+    std::unique_ptr<X11ToolkitEvents> toolkitEvents_;
 };
 
 /// Asks for all atoms at once; the answers are there by the time that one is needed.
 void X11ApplicationShell::Parts::askForAtoms() {
     for (const char* const name : {"_NET_WM_STATE", "_NET_WM_STATE_SKIP_TASKBAR",
-                                   "_NET_WM_STATE_SKIP_PAGER", "_NET_ACTIVE_WINDOW", "WM_STATE"}) {
+                                   "_NET_WM_STATE_SKIP_PAGER", "_NET_ACTIVE_WINDOW"}) {
         questions_.emplace(
             name,
             xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(std::strlen(name)), name));
@@ -123,41 +122,13 @@ bool X11ApplicationShell::Parts::eventFilter(QObject* watched, QEvent* event) {
     }
     if (type == QEvent::Show) {
         lastShown_ = window;
-        std::erase_if(coming_, [window](const auto& each) { return !each || each == window; });
-        coming_.emplace_back(window);
         prepare(*window);
     } else if (window->isExposed()) {
-        std::erase(coming_, window);
         if (std::erase(toActivate_, window) > 0) {
             activate(*window);
         }
     }
     return false;
-}
-
-/// The toolkit would ask the X server for a window's states at each change of theirs, several times
-/// for each window that comes, and has no use for them: no window of ours is ever maximised, and of
-/// being put away it learns in another way. That way it asks about too while a window is only on
-/// its way to the screen, when the server has most to do.
-bool X11ApplicationShell::Parts::nativeEventFilter(const QByteArray& type, void* message,
-                                                   qintptr* /*result*/) {
-    constexpr std::uint8_t sentByClients = 0x80;
-    if (type != "xcb_generic_event_t") {
-        return false;
-    }
-    const auto* const event = static_cast<xcb_generic_event_t*>(message);
-    if ((event->response_type & ~sentByClients) != XCB_PROPERTY_NOTIFY) {
-        return false;
-    }
-    const auto& change = *reinterpret_cast<const xcb_property_notify_event_t*>(event);
-    return change.atom == atom("_NET_WM_STATE") ||
-           (change.atom == atom("WM_STATE") && isComing(change.window));
-}
-
-bool X11ApplicationShell::Parts::isComing(xcb_window_t id) const {
-    return std::ranges::any_of(coming_, [id](const QPointer<QWindow>& window) {
-        return window && window->handle() != nullptr && window->winId() == id;
-    });
 }
 
 /// A window that is about to appear carries its states as a property, which window managers take

@@ -18,6 +18,7 @@ class X11Compositor : public Compositor {
 
     bool isCompositing() const override;
     void sendChanges() override;
+    void whenAnswered(std::function<void()> step) override;
     void observe(Observer observer) override;
 
   private:

@@ -2,6 +2,7 @@
 #include "Velmora/Platform/LinuxX11/X11Connection.h"
 
 #include <cstring>
+#include <utility>
 
 namespace velmora {
 namespace {
@@ -50,9 +51,25 @@ xcb_atom_t X11Connection::atom(const std::string& name) {
     if (known != atoms_.end()) {
         return known->second;
     }
-    const auto cookie =
-        xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(name.size()), name.c_str());
-    const auto reply = xcbOwned(xcb_intern_atom_reply(connection_, cookie, nullptr));
+    return learnAtom(name, askForAtom(name));
+}
+
+void X11Connection::learnAtoms(std::initializer_list<const char*> names) {
+    std::vector<std::pair<std::string, xcb_intern_atom_cookie_t>> questions;
+    for (const char* const name : names) {
+        questions.emplace_back(name, askForAtom(name));
+    }
+    for (const auto& [name, question] : questions) {
+        learnAtom(name, question);
+    }
+}
+
+xcb_intern_atom_cookie_t X11Connection::askForAtom(const std::string& name) {
+    return xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(name.size()), name.c_str());
+}
+
+xcb_atom_t X11Connection::learnAtom(const std::string& name, xcb_intern_atom_cookie_t question) {
+    const auto reply = xcbOwned(xcb_intern_atom_reply(connection_, question, nullptr));
     if (!reply) {
         return XCB_ATOM_NONE;
     }

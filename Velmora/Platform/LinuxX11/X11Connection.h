@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <cstdlib>
+#include <initializer_list>
 #include <map>
 #include <memory>
 #include <string>
@@ -50,6 +51,9 @@ class X11Connection {
     /// The atom of this name; made where it does not exist yet.
     xcb_atom_t atom(const std::string& name);
 
+    /// Asks for these atoms together, so that `atom` has them without asking.
+    void learnAtoms(std::initializer_list<const char*> names);
+
     /// The 32-bit values of a property, `limit` of them at most; empty where it is absent or of
     /// another form.
     std::vector<std::uint32_t> property(xcb_window_t window, xcb_atom_t name, xcb_atom_t type,
@@ -63,6 +67,9 @@ class X11Connection {
     void discardEvents();
 
   private:
+    xcb_intern_atom_cookie_t askForAtom(const std::string& name);
+    xcb_atom_t learnAtom(const std::string& name, xcb_intern_atom_cookie_t question);
+
     xcb_connection_t* connection_ = nullptr;
     const xcb_screen_t* screen_ = nullptr;
     int screenNumber_ = 0;

@@ -62,6 +62,9 @@ class TrayIconWindow::Parts {
         if (!connection_.isOpen()) {
             return;
         }
+        connection_.learnAtoms({"MANAGER", selectionName(connection_).c_str(), "UTF8_STRING",
+                                "_NET_SYSTEM_TRAY_OPCODE", "_NET_SYSTEM_TRAY_VISUAL",
+                                "_NET_WM_NAME", "_XEMBED_INFO"});
         // A tray that takes over announces itself to the root window.
         const std::uint32_t structure = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
         xcb_change_window_attributes(connection_.get(), connection_.root(), XCB_CW_EVENT_MASK,

@@ -178,7 +178,7 @@ class Application {
             backends_.startRecognition(dictionary);
         }});
         for (const char* const view : {"SettingsView", "OnboardingView", "UpdateWindow"}) {
-            warmUp_.add({[this, view] { views_.load(QString::fromLatin1(view)); }});
+            warmUp_.add({[this, view] { views_.loadInBackground(QString::fromLatin1(view)); }});
         }
     }
 

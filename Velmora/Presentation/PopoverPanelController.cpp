@@ -193,7 +193,7 @@ std::vector<std::function<void()>> PopoverPanelController::warmUpSteps() {
     // They are read while the rest is made.
     for (const char* const view :
          {"PinyinPopoverView", "EntryPopoverView", "SelectionPopoverView"}) {
-        add([this, view](PanelWindow&) { views_.load(QString::fromLatin1(view)); });
+        add([this, view](PanelWindow&) { views_.loadInBackground(QString::fromLatin1(view)); });
     }
     add([](PanelWindow& panel) { panel.create(); });
     add([](PanelWindow& panel) { panel.prepareShadow(); });

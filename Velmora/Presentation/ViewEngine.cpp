@@ -74,7 +74,7 @@ void ViewEngine::layoutSubtree(QQuickItem& item) {
     item.ensurePolished();
 }
 
-void ViewEngine::load(const QString& type) {
+void ViewEngine::loadInBackground(const QString& type) {
     std::unique_ptr<QQmlComponent>& slot = components_[type];
     if (!slot) {
         slot =

@@ -31,9 +31,10 @@ class ViewEngine {
     /// warning, where the view cannot be made.
     std::unique_ptr<QQuickItem> create(const QString& type, const QVariantMap& properties);
 
-    /// Has the engine's own thread read a view of this type in advance, which is a good part of
-    /// making the first one.
-    void load(const QString& type);
+    /// Reads a view of this type in advance, which is a good part of making the first one.
+    void load(const QString& type) { component(type); }
+    /// The same on the engine's own thread, without waiting for it.
+    void loadInBackground(const QString& type);
 
     /// Lays out an item and everything in it at once instead of before the next frame.
     static void layoutSubtree(QQuickItem& item);

@@ -75,14 +75,19 @@ void ViewWindow::present() {
         isComing_ = true;
         create();
         applyTheme();
-        theme_.whenAnswered(*this, [this] { appear(); });
+        comeWhenAnswered();
     }
 }
 
-void ViewWindow::appear() {
-    if (!isComing_) {
-        return;
-    }
+void ViewWindow::comeWhenAnswered() {
+    theme_.whenAnswered(*this, [this] {
+        if (isComing_) {
+            comeNearer();
+        }
+    });
+}
+
+void ViewWindow::comeNearer() {
     if (isDrawn_) {
         isComing_ = false;
         show();
@@ -91,7 +96,7 @@ void ViewWindow::appear() {
     // The frame is kept and on the screen as soon as the window is.
     isDrawn_ = true;
     grabWindow();
-    theme_.whenAnswered(*this, [this] { appear(); });
+    comeWhenAnswered();
 }
 
 /// A window that comes to the screen meets many events at once, for each of which the toolkit asks
@@ -148,6 +153,9 @@ void ViewWindow::applyTheme() {
         return;
     }
     setColor(theme_.isCompositing() ? QColor(Qt::transparent) : theme_.colors().window);
+    if (handle() == nullptr) {
+        return;  // It has no shape yet.
+    }
     const double radius = view_->property("cornerRadius").toDouble();
     setMask(theme_.isCompositing() ? QRegion()
                                    : roundedRegion(QRect(QPoint(0, 0), size()), radius));

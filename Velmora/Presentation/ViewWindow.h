@@ -53,7 +53,8 @@ class ViewWindow : public QQuickWindow {
     void exposeEvent(QExposeEvent* event) override;
 
   private:
-    void appear();
+    void comeWhenAnswered();
+    void comeNearer();
     void paintFirstFrame();
     void applyTheme();
     bool isFrameless() const { return flags().testFlag(Qt::FramelessWindowHint); }

@@ -53,6 +53,7 @@ TEST_F(UpdateWindowTest, LaterAndClosingItTellOnce) {
     EXPECT_EQ(updates.window(), nullptr);
     updates.show(offer());
     const QPointer<ViewWindow> shown = &window();
+    EXPECT_TRUE(QTest::qWaitForWindowExposed(shown));
     window().close();
     EXPECT_EQ(laters, 2);
     EXPECT_EQ(updates.window(), nullptr);

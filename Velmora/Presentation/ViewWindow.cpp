@@ -73,8 +73,6 @@ void ViewWindow::present() {
         requestActivate();
     } else if (!isComing_) {
         isComing_ = true;
-        create();
-        applyTheme();
         comeWhenAnswered();
     }
 }
@@ -88,14 +86,18 @@ void ViewWindow::comeWhenAnswered() {
 }
 
 void ViewWindow::comeNearer() {
-    if (isDrawn_) {
+    if (handle() == nullptr) {
+        create();
+        applyShape();
+    } else if (!isDrawn_) {
+        // The frame is kept and on the screen as soon as the window is.
+        isDrawn_ = true;
+        grabWindow();
+    } else {
         isComing_ = false;
         show();
         return;
     }
-    // The frame is kept and on the screen as soon as the window is.
-    isDrawn_ = true;
-    grabWindow();
     comeWhenAnswered();
 }
 
@@ -141,6 +143,7 @@ bool ViewWindow::event(QEvent* event) {
         closingFrame_ = geometry();
     }
     const bool handled = QQuickWindow::event(event);
+    isClosed_ = isClosed_ || (type == QEvent::Close && event->isAccepted());
     if (type == QEvent::Close && event->isAccepted() && closed_) {
         std::exchange(closed_, {})();
     }
@@ -153,8 +156,13 @@ void ViewWindow::applyTheme() {
         return;
     }
     setColor(theme_.isCompositing() ? QColor(Qt::transparent) : theme_.colors().window);
-    if (handle() == nullptr) {
-        return;  // It has no shape yet.
+    applyShape();
+}
+
+/// Only a window that is made has a shape.
+void ViewWindow::applyShape() {
+    if (handle() == nullptr || !isFrameless()) {
+        return;
     }
     const double radius = view_->property("cornerRadius").toDouble();
     setMask(theme_.isCompositing() ? QRegion()

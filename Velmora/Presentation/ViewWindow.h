@@ -43,7 +43,7 @@ class ViewWindow : public QQuickWindow {
     void present();
 
     /// Where the window stands, or stood when it was closed, in Qt's logical coordinates.
-    QRect lastFrame() const { return handle() != nullptr ? geometry() : closingFrame_; }
+    QRect lastFrame() const { return isClosed_ ? closingFrame_ : geometry(); }
 
     /// Takes the window off the screen and frees it once the current event is over.
     static void dispose(std::unique_ptr<ViewWindow> window);
@@ -57,6 +57,7 @@ class ViewWindow : public QQuickWindow {
     void comeNearer();
     void paintFirstFrame();
     void applyTheme();
+    void applyShape();
     bool isFrameless() const { return flags().testFlag(Qt::FramelessWindowHint); }
 
     Theme& theme_;
@@ -66,6 +67,7 @@ class ViewWindow : public QQuickWindow {
     bool isDrawn_ = false;          ///< Its first frame is made.
     bool isFirstFrameDue_ = false;  ///< It is on the screen, its first frame not yet.
     bool isPainted_ = false;        ///< Its first frame is on the screen.
+    bool isClosed_ = false;         ///< By the user.
     QRect closingFrame_;
 };
 

@@ -24,11 +24,16 @@ constexpr std::uint32_t removeState = 0;  // Of _NET_WM_STATE messages.
 constexpr std::uint32_t addState = 1;
 constexpr std::uint32_t fromPager = 2;  // The user asked for it: no protection against stealing.
 
-bool isManaged(const QWindow& window) {
+/// Whether the window manager takes care of a window, or will.
+bool isForManager(const QWindow& window) {
     const Qt::WindowType type = window.type();
     const bool isPanel = type == Qt::ToolTip || type == Qt::Popup ||
                          (window.flags() & Qt::BypassWindowManagerHint) != 0;
-    return window.isTopLevel() && window.handle() != nullptr && !isPanel;
+    return window.isTopLevel() && !isPanel;
+}
+
+bool isManaged(const QWindow& window) {
+    return window.handle() != nullptr && isForManager(window);
 }
 
 xcb_connection_t* applicationConnection() {
@@ -79,7 +84,7 @@ class X11ApplicationShell::Parts : public QObject {
     xcb_window_t root_ = XCB_WINDOW_NONE;
     ActivationPolicy policy_ = ActivationPolicy::accessory;
     QPointer<QWindow> lastShown_;
-    std::vector<QPointer<QWindow>> toActivate_;  ///< Made, and maybe on their way to the screen.
+    std::vector<QPointer<QWindow>> toActivate_;  ///< Maybe on their way to the screen.
     std::map<std::string, xcb_intern_atom_cookie_t> questions_;
     std::map<std::string, xcb_atom_t> atoms_;
     std::unique_ptr<X11ToolkitEvents> toolkitEvents_;
@@ -187,10 +192,10 @@ void X11ApplicationShell::Parts::activate() {
     std::stable_partition(windows.begin(), windows.end(),
                           [this](const QWindow* window) { return window != lastShown_; });
     for (QWindow* window : windows) {
-        if (!isManaged(*window)) {
+        if (!isForManager(*window)) {
             continue;
         }
-        if (window->isVisible()) {
+        if (window->isVisible() && isManaged(*window)) {
             activate(*window);
         } else {
             toActivate_.emplace_back(window);

@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "Velmora/Platform/LinuxX11/X11ToolkitEvents.h"
 
+#include <xcb/shape.h>
 #include <xcb/xcbext.h>
+#include <xcb/xinput.h>
 
 #include <QGuiApplication>
+#include <QTimer>
 #include <array>
+#include <chrono>
 #include <cstring>
 #include <optional>
 #include <utility>
@@ -16,6 +20,9 @@ namespace {
 constexpr std::uint8_t sentByClients = 0x80;
 
 constexpr std::uint32_t iconicState = 3;  // Of WM_STATE.
+
+/// Half a frame: by then those who take a new window in have begun.
+constexpr std::chrono::milliseconds arrivalTime{8};
 
 /// An answer that has arrived; empty where it was an error, as for a window that is gone.
 template <typename Reply>
@@ -44,6 +51,9 @@ X11ToolkitEvents::X11ToolkitEvents()
         connection_.learnAtoms({"_NET_WM_STATE", "WM_STATE"});
         netWmState_ = connection_.atom("_NET_WM_STATE");
         wmState_ = connection_.atom("WM_STATE");
+        if (connection_.hasExtension(xcb_input_id)) {
+            inputOpcode_ = xcb_get_extension_data(connection_.get(), &xcb_input_id)->major_opcode;
+        }
         qGuiApp->installNativeEventFilter(this);
     }
 }
@@ -65,12 +75,42 @@ bool X11ToolkitEvents::nativeEventFilter(const QByteArray& type, void* message,
             return configured(*reinterpret_cast<xcb_configure_notify_event_t*>(event));
         case XCB_PROPERTY_NOTIFY:
             return propertyChanged(*reinterpret_cast<xcb_property_notify_event_t*>(event));
+        case XCB_GE_GENERIC:
+            return entered(*reinterpret_cast<xcb_ge_generic_event_t*>(event));
+        case XCB_MAP_NOTIFY:
+            mapped(reinterpret_cast<xcb_map_notify_event_t*>(event)->window);
+            return false;
+        case XCB_UNMAP_NOTIFY:
+            arriving_.erase(reinterpret_cast<xcb_unmap_notify_event_t*>(event)->window);
+            return false;
         case XCB_DESTROY_NOTIFY:
             putAway_.erase(reinterpret_cast<xcb_destroy_notify_event_t*>(event)->window);
             return false;
         default:
             return false;
     }
+}
+
+void X11ToolkitEvents::mapped(xcb_window_t window) {
+    arriving_[window] = false;
+    QTimer::singleShot(arrivalTime, Qt::PreciseTimer, &pump_, [this, window] {
+        ask(ArrivalQuestion{window, xcb_get_input_focus(connection_.get()).sequence});
+    });
+}
+
+/// For a pointer that enters, the toolkit asks how far every wheel has been turned meanwhile. Where
+/// it only finds itself in a window that has just come, that can wait a little.
+bool X11ToolkitEvents::entered(const xcb_ge_generic_event_t& event) {
+    if (event.extension != inputOpcode_ || event.event_type != XCB_INPUT_ENTER) {
+        return false;
+    }
+    const auto arriving =
+        arriving_.find(reinterpret_cast<const xcb_input_enter_event_t&>(event).event);
+    if (arriving == arriving_.end()) {
+        return false;
+    }
+    arriving->second = true;
+    return true;
 }
 
 /// The server gives a window's place within its parent, a window manager one on the screen. The
@@ -108,50 +148,73 @@ void X11ToolkitEvents::ask(Question question) {
 }
 
 void X11ToolkitEvents::takeAnswers() {
-    const auto take = [this]<typename Reply>(const auto& question, const Reply*) {
-        const auto answer = answerTo<Reply>(connection_, question.request);
-        if (answer && answer->reply) {
-            tell(question, *answer->reply);
-        }
-        return answer.has_value();
-    };
-    const auto takeFirst = [&] {
+    const auto takeFirst = [this] {
         const Question question = questions_.front();
-        const auto* const place = std::get_if<PlaceQuestion>(&question);
-        return place != nullptr
-                   ? take(*place, static_cast<xcb_translate_coordinates_reply_t*>(nullptr))
-                   : take(std::get<StateQuestion>(question),
-                          static_cast<xcb_get_property_reply_t*>(nullptr));
+        return std::visit([this](const auto& each) { return take(each); }, question);
     };
     while (!questions_.empty() && takeFirst()) {
         questions_.pop_front();
     }
 }
 
-void X11ToolkitEvents::tell(const PlaceQuestion& question,
-                            const xcb_translate_coordinates_reply_t& answer) {
-    xcb_configure_notify_event_t event = question.event;
-    event.x = answer.dst_x;
-    event.y = answer.dst_y;
-    send(event);
+bool X11ToolkitEvents::take(const PlaceQuestion& question) {
+    const auto answer = answerTo<xcb_translate_coordinates_reply_t>(connection_, question.request);
+    if (answer && answer->reply) {
+        xcb_configure_notify_event_t event = question.event;
+        event.x = answer->reply->dst_x;
+        event.y = answer->reply->dst_y;
+        send(event);
+    }
+    return answer.has_value();
 }
 
 /// The toolkit asks for the state again, at a time at which somebody has put the window away or
 /// fetched it back.
-void X11ToolkitEvents::tell(const StateQuestion& question, const xcb_get_property_reply_t& answer) {
-    std::uint32_t state = 0;
-    if (answer.format == 32 && answer.value_len > 0) {
-        std::memcpy(&state, xcb_get_property_value(&answer), sizeof state);
+bool X11ToolkitEvents::take(const StateQuestion& question) {
+    const auto answer = answerTo<xcb_get_property_reply_t>(connection_, question.request);
+    if (!answer || !answer->reply) {
+        return answer.has_value();
     }
+    std::uint32_t state = 0;
+    if (answer->reply->format == 32 && answer->reply->value_len > 0) {
+        std::memcpy(&state, xcb_get_property_value(answer->reply.get()), sizeof state);
+    }
+    const xcb_window_t window = question.event.window;
     const bool isPutAway = state == iconicState;
-    if (isPutAway != putAway_.contains(question.event.window)) {
+    if (isPutAway != putAway_.contains(window)) {
         if (isPutAway) {
-            putAway_.insert(question.event.window);
+            putAway_.insert(window);
         } else {
-            putAway_.erase(question.event.window);
+            putAway_.erase(window);
         }
         send(question.event);
     }
+    return true;
+}
+
+bool X11ToolkitEvents::take(const ArrivalQuestion& question) {
+    const auto answer = answerTo<xcb_get_input_focus_reply_t>(connection_, question.request);
+    if (!answer) {
+        return false;
+    }
+    const auto arriving = arriving_.find(question.window);
+    if (arriving != arriving_.end()) {
+        const bool isPointerIn = arriving->second;
+        arriving_.erase(arriving);
+        if (isPointerIn) {
+            enterAgain(question.window);
+        }
+    }
+    return true;
+}
+
+/// The server tells of the pointer anew when a window that had no room for it gets it back.
+void X11ToolkitEvents::enterAgain(xcb_window_t window) {
+    xcb_connection_t* const c = connection_.get();
+    xcb_shape_rectangles(c, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, XCB_CLIP_ORDERING_UNSORTED,
+                         window, 0, 0, 0, nullptr);
+    xcb_shape_mask(c, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, window, 0, 0, XCB_PIXMAP_NONE);
+    xcb_flush(c);
 }
 
 /// Without a mask an event goes to the client that has made the window: the toolkit.

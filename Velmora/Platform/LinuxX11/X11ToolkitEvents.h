@@ -3,6 +3,7 @@
 
 #include <QAbstractNativeEventFilter>
 #include <deque>
+#include <map>
 #include <set>
 #include <variant>
 
@@ -36,14 +37,24 @@ class X11ToolkitEvents final : public QAbstractNativeEventFilter {
         xcb_property_notify_event_t event;
         unsigned int request;
     };
-    using Question = std::variant<PlaceQuestion, StateQuestion>;
+    /// Asked a moment after a window has come to the screen: the answer comes when those who take
+    /// it in have let the server go.
+    struct ArrivalQuestion {
+        xcb_window_t window;
+        unsigned int request;
+    };
+    using Question = std::variant<PlaceQuestion, StateQuestion, ArrivalQuestion>;
 
+    void mapped(xcb_window_t window);
+    bool entered(const xcb_ge_generic_event_t& event);
     bool configured(xcb_configure_notify_event_t& event);
     bool propertyChanged(const xcb_property_notify_event_t& event);
     void ask(Question question);
     void takeAnswers();
-    void tell(const PlaceQuestion& question, const xcb_translate_coordinates_reply_t& answer);
-    void tell(const StateQuestion& question, const xcb_get_property_reply_t& answer);
+    bool take(const PlaceQuestion& question);
+    bool take(const StateQuestion& question);
+    bool take(const ArrivalQuestion& question);
+    void enterAgain(xcb_window_t window);
     template <typename Event>
     void send(const Event& event);
 
@@ -52,6 +63,8 @@ class X11ToolkitEvents final : public QAbstractNativeEventFilter {
     xcb_atom_t wmState_ = XCB_ATOM_NONE;
     std::deque<Question> questions_;  ///< In the order in which the answers come.
     std::set<xcb_window_t> putAway_;
+    std::map<xcb_window_t, bool> arriving_;  ///< And whether the pointer was found in them.
+    std::uint8_t inputOpcode_ = 0;           ///< Of the extension; 0 without it.
     X11EventPump pump_;
 };
 

@@ -35,7 +35,6 @@ std::optional<std::string> preparePlatform(const PlatformChoice& choice) {
                            : "no X server answers on display " + display.toStdString();
             }
             useToolkitPlatform("xcb");
-            prepareX11Toolkit();
             break;
         case PlatformChoice::Kind::wayland:
             useToolkitPlatform("wayland;xcb;offscreen");

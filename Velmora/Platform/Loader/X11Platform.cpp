@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Velmora/Platform/Loader/X11Platform.h"
 
-#include <QByteArray>
-#include <QtGlobal>
 #include <utility>
 
 #include "Velmora/Platform/Linux/AtSpi/AtSpiService.h"
@@ -23,18 +21,7 @@
 
 namespace velmora {
 
-namespace {
-
-constexpr const char* withoutInputExtension = "QT_XCB_NO_XI2";
-
-}  // namespace
-
-void prepareX11Toolkit() {
-    qputenv(withoutInputExtension, "1");
-}
-
 PlatformBackends loadX11Platform() {
-    qunsetenv(withoutInputExtension);  // Not for the programs that are started from here.
     PlatformBackends backends = loadUnavailablePlatform("not built into this program");
     const X11ClientRange ourWindows = X11ClientRange::ofApplication();
     const auto screens = std::make_shared<X11Screens>();

@@ -8,14 +8,14 @@
 
 namespace velmora {
 
-PanelWindow::PanelWindow(Theme& theme) : theme_(theme) {
+PanelWindow::PanelWindow(Theme& theme) : PacedWindow(theme) {
     setFlags(overlayFlags);
     QSurfaceFormat translucent = format();
     translucent.setAlphaBufferSize(8);
     setFormat(translucent);
     setColor(Qt::transparent);
     setTitle(QStringLiteral("Velmora"));
-    connect(&theme_, &Theme::changed, this, [this] {
+    connect(&theme, &Theme::changed, this, [this] {
         applyAlpha();
         applyShape();
     });
@@ -52,41 +52,6 @@ void PanelWindow::orderOut() {
     hide();
 }
 
-void PanelWindow::exposeEvent(QExposeEvent* event) {
-    if (isExposed()) {
-        paintWhenAnswered();
-    } else {
-        paintedSize_ = QSize();
-        QQuickWindow::exposeEvent(event);
-    }
-}
-
-bool PanelWindow::event(QEvent* event) {
-    if (event->type() == QEvent::UpdateRequest && (isPaintingDue_ || paintedSize_ != size())) {
-        paintWhenAnswered();
-        return true;
-    }
-    return QQuickWindow::event(event);
-}
-
-/// For a frame of a new size the toolkit asks the display about the memory that it shares with this
-/// program, just when the compositor takes in the new size too.
-void PanelWindow::paintWhenAnswered() {
-    if (!isPaintingDue_) {
-        isPaintingDue_ = true;
-        theme_.whenAnswered(*this, [this] { paintWhole(); });
-    }
-}
-
-void PanelWindow::paintWhole() {
-    isPaintingDue_ = false;
-    if (isExposed()) {
-        paintedSize_ = size();
-        QExposeEvent whole(QRect(QPoint(0, 0), size()));
-        QQuickWindow::exposeEvent(&whole);
-    }
-}
-
 void PanelWindow::setAlpha(double alpha) {
     alpha_ = alpha;
     applyAlpha();
@@ -94,13 +59,13 @@ void PanelWindow::setAlpha(double alpha) {
 
 void PanelWindow::applyAlpha() {
     // A compositor that comes later would go by what was said last, so it is said at once.
-    const double opacity = theme_.isCompositing() ? alpha_ : 1;
+    const double opacity = theme().isCompositing() ? alpha_ : 1;
     setOpacity(opacity);
     if (shadow_) {
         shadow_->setOpacity(opacity);
     }
     // It may be long after the last step of a fade that something happens on the display.
-    theme_.sendChanges();
+    theme().sendChanges();
 }
 
 void PanelWindow::prepare(QSize size) {
@@ -113,7 +78,7 @@ void PanelWindow::prepare(QSize size) {
 }
 
 void PanelWindow::prepareShadow() {
-    if (theme_.isCompositing()) {
+    if (theme().isCompositing()) {
         ensuredShadow().create();
     }
 }
@@ -123,7 +88,7 @@ void PanelWindow::applyShape() {
         return;
     }
     const double radius = view_->property("cornerRadius").toDouble();
-    if (!theme_.isCompositing()) {
+    if (!theme().isCompositing()) {
         if (shadow_) {
             shadow_->orderOut();
         }
@@ -131,13 +96,13 @@ void PanelWindow::applyShape() {
         return;
     }
     setMask(QRegion());
-    ensuredShadow().surround(geometry(), radius, theme_.colors().shadow);
+    ensuredShadow().surround(geometry(), radius, theme().colors().shadow);
     shadow_->orderFront();
 }
 
 ShadowWindow& PanelWindow::ensuredShadow() {
     if (!shadow_) {
-        shadow_ = std::make_unique<ShadowWindow>(theme_);
+        shadow_ = std::make_unique<ShadowWindow>(theme());
         shadow_->setOpacity(alpha_);
     }
     return *shadow_;

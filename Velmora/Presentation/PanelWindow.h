@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QQuickWindow>
 #include <memory>
 
+#include "Velmora/Presentation/PacedWindow.h"
 #include "Velmora/Presentation/ShadowWindow.h"
 #include "Velmora/Presentation/Theme.h"
 
@@ -12,7 +12,7 @@ namespace velmora {
 /// A floating window that shows one view and never takes the focus. Its corners are round by
 /// translucency, with a shadow around it, where the desktop blends windows, and by the window's
 /// shape where it does not. Follows the theme.
-class PanelWindow : public QQuickWindow {
+class PanelWindow : public PacedWindow {
     Q_OBJECT
 
   public:
@@ -41,23 +41,14 @@ class PanelWindow : public QQuickWindow {
 
     const ShadowWindow* shadow() const { return shadow_.get(); }
 
-  protected:
-    bool event(QEvent* event) override;
-    void exposeEvent(QExposeEvent* event) override;
-
   private:
-    void paintWhenAnswered();
-    void paintWhole();
     void applyAlpha();
     void applyShape();
     ShadowWindow& ensuredShadow();
 
-    Theme& theme_;
     std::unique_ptr<QQuickItem> view_;
     std::unique_ptr<ShadowWindow> shadow_;
     double alpha_ = 1;
-    QSize paintedSize_;  ///< Of the frame on the screen; none where the window has just come.
-    bool isPaintingDue_ = false;
 };
 
 }  // namespace velmora

@@ -23,13 +23,13 @@ QSize wholeSize(const QQuickItem& view) {
 }  // namespace
 
 ViewWindow::ViewWindow(Theme& theme, std::unique_ptr<QQuickItem> view)
-    : theme_(theme), view_(std::move(view)) {
+    : PacedWindow(theme), view_(std::move(view)) {
     view_->setParentItem(contentItem());
     resize(wholeSize(*view_));
     view_->setSize(size());
     connect(this, &QWindow::widthChanged, this, [this] { view_->setSize(size()); });
     connect(this, &QWindow::heightChanged, this, [this] { view_->setSize(size()); });
-    connect(&theme_, &Theme::changed, this, &ViewWindow::applyTheme);
+    connect(&theme, &Theme::changed, this, &ViewWindow::applyTheme);
     applyTheme();
 }
 
@@ -78,7 +78,7 @@ void ViewWindow::present() {
 }
 
 void ViewWindow::comeWhenAnswered() {
-    theme_.whenAnswered(*this, [this] {
+    theme().whenAnswered(*this, [this] {
         if (isComing_) {
             comeNearer();
         }
@@ -101,31 +101,17 @@ void ViewWindow::comeNearer() {
     comeWhenAnswered();
 }
 
-/// A window that comes to the screen meets many events at once, for each of which the toolkit asks
-/// the display something. The first frame is not one of them but follows them.
+/// Without a window manager nobody makes a new window active.
 void ViewWindow::exposeEvent(QExposeEvent* event) {
-    if (isPainted_ || !isExposed()) {
-        QQuickWindow::exposeEvent(event);
-    } else if (!isFirstFrameDue_) {
-        isFirstFrameDue_ = true;
-        theme_.whenAnswered(*this, [this] { paintFirstFrame(); });
+    PacedWindow::exposeEvent(event);
+    if (isExposed() && !isActivationDue_) {
+        isActivationDue_ = true;
+        theme().whenAnswered(*this, [this] {
+            if (isVisible() && !isActive()) {
+                requestActivate();
+            }
+        });
     }
-}
-
-void ViewWindow::paintFirstFrame() {
-    isFirstFrameDue_ = false;
-    if (!isExposed()) {
-        return;
-    }
-    isPainted_ = true;
-    QExposeEvent whole(QRect(QPoint(0, 0), size()));
-    QQuickWindow::exposeEvent(&whole);
-    // Without a window manager nobody makes a new window active.
-    theme_.whenAnswered(*this, [this] {
-        if (isVisible() && !isActive()) {
-            requestActivate();
-        }
-    });
 }
 
 void ViewWindow::dispose(std::unique_ptr<ViewWindow> window) {
@@ -142,7 +128,7 @@ bool ViewWindow::event(QEvent* event) {
     if (type == QEvent::Close) {
         closingFrame_ = geometry();
     }
-    const bool handled = QQuickWindow::event(event);
+    const bool handled = PacedWindow::event(event);
     isClosed_ = isClosed_ || (type == QEvent::Close && event->isAccepted());
     if (type == QEvent::Close && event->isAccepted() && closed_) {
         std::exchange(closed_, {})();
@@ -152,10 +138,10 @@ bool ViewWindow::event(QEvent* event) {
 
 void ViewWindow::applyTheme() {
     if (!isFrameless()) {
-        setColor(theme_.colors().window);
+        setColor(theme().colors().window);
         return;
     }
-    setColor(theme_.isCompositing() ? QColor(Qt::transparent) : theme_.colors().window);
+    setColor(theme().isCompositing() ? QColor(Qt::transparent) : theme().colors().window);
     applyShape();
 }
 
@@ -165,8 +151,8 @@ void ViewWindow::applyShape() {
         return;
     }
     const double radius = view_->property("cornerRadius").toDouble();
-    setMask(theme_.isCompositing() ? QRegion()
-                                   : roundedRegion(QRect(QPoint(0, 0), size()), radius));
+    setMask(theme().isCompositing() ? QRegion()
+                                    : roundedRegion(QRect(QPoint(0, 0), size()), radius));
 }
 
 }  // namespace velmora

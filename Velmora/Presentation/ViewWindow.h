@@ -2,18 +2,17 @@
 #pragma once
 
 #include <QQuickItem>
-#include <QQuickWindow>
 #include <functional>
 #include <memory>
 
 #include "Velmora/Platform/ScreenGeometrySource.h"
-#include "Velmora/Presentation/Theme.h"
+#include "Velmora/Presentation/PacedWindow.h"
 
 namespace velmora {
 
 /// An ordinary window that shows one view at the view's own size and follows the theme. It is made
 /// when it is to be shown and freed when it closes. Main thread.
-class ViewWindow : public QQuickWindow {
+class ViewWindow : public PacedWindow {
     Q_OBJECT
 
   public:
@@ -55,18 +54,15 @@ class ViewWindow : public QQuickWindow {
   private:
     void comeWhenAnswered();
     void comeNearer();
-    void paintFirstFrame();
     void applyTheme();
     void applyShape();
     bool isFrameless() const { return flags().testFlag(Qt::FramelessWindowHint); }
 
-    Theme& theme_;
     std::unique_ptr<QQuickItem> view_;
     std::function<void()> closed_;
     bool isComing_ = false;         ///< To be shown in pieces, and not shown yet.
     bool isDrawn_ = false;          ///< Its first frame is made.
-    bool isFirstFrameDue_ = false;  ///< It is on the screen, its first frame not yet.
-    bool isPainted_ = false;        ///< Its first frame is on the screen.
+    bool isActivationDue_ = false;  ///< Or seen to.
     bool isClosed_ = false;         ///< By the user.
     QRect closingFrame_;
 };

@@ -198,10 +198,11 @@ std::vector<std::function<void()>> PopoverPanelController::warmUpSteps() {
     add([](PanelWindow& panel) { panel.create(); });
     add([](PanelWindow& panel) { panel.prepareShadow(); });
     // The shapes that the pointer takes over our windows are read when they are set first.
-    for (const Qt::CursorShape shape : {Qt::PointingHandCursor, Qt::ArrowCursor}) {
-        add([shape](PanelWindow& panel) { panel.setCursor(shape); });
-    }
-    add([](PanelWindow& panel) { panel.unsetCursor(); });
+    add([](PanelWindow& panel) {
+        panel.setCursor(Qt::PointingHandCursor);
+        panel.setCursor(Qt::ArrowCursor);
+        panel.unsetCursor();
+    });
     // The least one first: what it shares with the others is there then.
     const auto sample = std::make_shared<const LookupResult>(sampleResult());
     addView({110, 38}, [this, sample] { return makePinyin(sample->entry.pinyinMarked, 1); });

@@ -69,11 +69,19 @@ void ViewWindow::centerOn(const ScreenGeometry& screens) {
 void ViewWindow::present() {
     view_->setFocus(true);
     if (isVisible()) {
-        raise();
-        requestActivate();
+        bringUp();
     } else if (!isComing_) {
         isComing_ = true;
         comeWhenAnswered();
+    }
+}
+
+/// The toolkit keeps what is asked of a window on its way to the screen until it is there, and then
+/// waits for the display.
+void ViewWindow::bringUp() {
+    if (hasCome_) {
+        raise();
+        requestActivate();
     }
 }
 
@@ -104,8 +112,8 @@ void ViewWindow::comeNearer() {
 /// Without a window manager nobody makes a new window active.
 void ViewWindow::exposeEvent(QExposeEvent* event) {
     PacedWindow::exposeEvent(event);
-    if (isExposed() && !isActivationDue_) {
-        isActivationDue_ = true;
+    if (isExposed() && !hasCome_) {
+        hasCome_ = true;
         theme().whenAnswered(*this, [this] {
             if (isVisible() && !isActive()) {
                 requestActivate();

@@ -52,6 +52,7 @@ class ViewWindow : public PacedWindow {
     void exposeEvent(QExposeEvent* event) override;
 
   private:
+    void bringUp();
     void comeWhenAnswered();
     void comeNearer();
     void applyTheme();
@@ -60,10 +61,10 @@ class ViewWindow : public PacedWindow {
 
     std::unique_ptr<QQuickItem> view_;
     std::function<void()> closed_;
-    bool isComing_ = false;         ///< To be shown in pieces, and not shown yet.
-    bool isDrawn_ = false;          ///< Its first frame is made.
-    bool isActivationDue_ = false;  ///< Or seen to.
-    bool isClosed_ = false;         ///< By the user.
+    bool isComing_ = false;  ///< To be shown in pieces, and not shown yet.
+    bool isDrawn_ = false;   ///< Its first frame is made.
+    bool hasCome_ = false;   ///< It was on the screen once.
+    bool isClosed_ = false;  ///< By the user.
     QRect closingFrame_;
 };
 

@@ -5,8 +5,22 @@
 #include <xcb/xcbext.h>
 #include <xcb/xinput.h>
 
+// A field of this header has the name of a C++ keyword.
+#ifdef __clang__
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wkeyword-macro"
+#endif
+#define explicit explicitField
+#include <xcb/xkb.h>
+#undef explicit
+#ifdef __clang__
+#pragma clang diagnostic pop
+#endif
+
 #include <QGuiApplication>
 #include <QTimer>
+#include <QWindow>
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstring>
@@ -42,6 +56,16 @@ std::optional<Answer<Reply>> answerTo(const X11Connection& connection, unsigned 
     return Answer<Reply>{xcbOwned(static_cast<Reply*>(reply))};
 }
 
+/// What is sent to any of the toolkit's windows reaches the toolkit.
+xcb_window_t anyWindow() {
+    for (const QWindow* const window : QGuiApplication::topLevelWindows()) {
+        if (window->handle() != nullptr) {
+            return static_cast<xcb_window_t>(window->winId());
+        }
+    }
+    return XCB_WINDOW_NONE;
+}
+
 }  // namespace
 
 X11ToolkitEvents::X11ToolkitEvents()
@@ -53,6 +77,9 @@ X11ToolkitEvents::X11ToolkitEvents()
         wmState_ = connection_.atom("WM_STATE");
         if (connection_.hasExtension(xcb_input_id)) {
             inputOpcode_ = xcb_get_extension_data(connection_.get(), &xcb_input_id)->major_opcode;
+        }
+        if (connection_.hasExtension(xcb_xkb_id)) {
+            followKeyboard();
         }
         qGuiApp->installNativeEventFilter(this);
     }
@@ -87,8 +114,37 @@ bool X11ToolkitEvents::nativeEventFilter(const QByteArray& type, void* message,
             putAway_.erase(reinterpret_cast<xcb_destroy_notify_event_t*>(event)->window);
             return false;
         default:
-            return false;
+            return keyboardChanged(*event);
     }
+}
+
+void X11ToolkitEvents::followKeyboard() {
+    xcb_connection_t* const c = connection_.get();
+    keyboardEvent_ = xcb_get_extension_data(c, &xcb_xkb_id)->first_event;
+    xcb_discard_reply(c, xcb_xkb_use_extension(c, 1, 0).sequence);
+    askForLayout(std::nullopt);
+}
+
+void X11ToolkitEvents::askForLayout(std::optional<xcb_generic_event_t> event) {
+    constexpr std::uint16_t parts = XCB_XKB_MAP_PART_KEY_TYPES | XCB_XKB_MAP_PART_KEY_SYMS |
+                                    XCB_XKB_MAP_PART_MODIFIER_MAP | XCB_XKB_MAP_PART_VIRTUAL_MODS |
+                                    XCB_XKB_MAP_PART_VIRTUAL_MOD_MAP;
+    ask(LayoutQuestion{event, xcb_xkb_get_map(connection_.get(), XCB_XKB_ID_USE_CORE_KBD, parts, 0,
+                                              0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0)
+                                  .sequence});
+}
+
+/// The toolkit reads all of the keyboard's layout anew, in some twenty questions, whenever somebody
+/// types on another keyboard than before. It hears of that only where the layout is another one.
+bool X11ToolkitEvents::keyboardChanged(const xcb_generic_event_t& event) {
+    const std::uint8_t kind = event.pad0;
+    if (keyboardEvent_ == 0 || event.response_type != keyboardEvent_ ||
+        (kind != XCB_XKB_NEW_KEYBOARD_NOTIFY && kind != XCB_XKB_MAP_NOTIFY) ||
+        anyWindow() == XCB_WINDOW_NONE) {
+        return false;
+    }
+    askForLayout(event);
+    return true;
 }
 
 void X11ToolkitEvents::mapped(xcb_window_t window) {
@@ -163,7 +219,7 @@ bool X11ToolkitEvents::take(const PlaceQuestion& question) {
         xcb_configure_notify_event_t event = question.event;
         event.x = answer->reply->dst_x;
         event.y = answer->reply->dst_y;
-        send(event);
+        send(event.window, event);
     }
     return answer.has_value();
 }
@@ -187,7 +243,7 @@ bool X11ToolkitEvents::take(const StateQuestion& question) {
         } else {
             putAway_.erase(window);
         }
-        send(question.event);
+        send(window, question.event);
     }
     return true;
 }
@@ -208,6 +264,26 @@ bool X11ToolkitEvents::take(const ArrivalQuestion& question) {
     return true;
 }
 
+bool X11ToolkitEvents::take(const LayoutQuestion& question) {
+    const auto answer = answerTo<xcb_xkb_get_map_reply_t>(connection_, question.request);
+    if (!answer || !answer->reply) {
+        return answer.has_value();
+    }
+    const auto* const begin = reinterpret_cast<const std::uint8_t*>(answer->reply.get());
+    // Behind the head with the request's number; lengths are given in words beyond 32 bytes.
+    constexpr std::size_t head = 8;
+    constexpr std::size_t leastReply = 32;
+    constexpr std::size_t word = 4;
+    std::vector<std::uint8_t> layout(begin + head,
+                                     begin + leastReply + word * answer->reply->length);
+    const xcb_window_t window = anyWindow();
+    if (question.event && layout != layout_ && window != XCB_WINDOW_NONE) {
+        send(window, *question.event);
+    }
+    layout_ = std::move(layout);
+    return true;
+}
+
 /// The server tells of the pointer anew when a window that had no room for it gets it back.
 void X11ToolkitEvents::enterAgain(xcb_window_t window) {
     xcb_connection_t* const c = connection_.get();
@@ -219,11 +295,10 @@ void X11ToolkitEvents::enterAgain(xcb_window_t window) {
 
 /// Without a mask an event goes to the client that has made the window: the toolkit.
 template <typename Event>
-void X11ToolkitEvents::send(const Event& event) {
+void X11ToolkitEvents::send(xcb_window_t window, const Event& event) {
     std::array<char, 32> bytes{};
-    static_assert(sizeof(Event) <= sizeof bytes);
-    std::memcpy(bytes.data(), &event, sizeof event);
-    xcb_send_event(connection_.get(), 0, event.window, XCB_EVENT_MASK_NO_EVENT, bytes.data());
+    std::memcpy(bytes.data(), &event, std::min(sizeof event, sizeof bytes));
+    xcb_send_event(connection_.get(), 0, window, XCB_EVENT_MASK_NO_EVENT, bytes.data());
     xcb_flush(connection_.get());
 }
 

@@ -4,8 +4,10 @@
 #include <QAbstractNativeEventFilter>
 #include <deque>
 #include <map>
+#include <optional>
 #include <set>
 #include <variant>
+#include <vector>
 
 #include "Velmora/Platform/LinuxX11/X11Connection.h"
 #include "Velmora/Platform/LinuxX11/X11EventPump.h"
@@ -43,9 +45,15 @@ class X11ToolkitEvents final : public QAbstractNativeEventFilter {
         xcb_window_t window;
         unsigned int request;
     };
-    using Question = std::variant<PlaceQuestion, StateQuestion, ArrivalQuestion>;
+    /// What the keys mean, and what the toolkit is to be told where that is new.
+    struct LayoutQuestion {
+        std::optional<xcb_generic_event_t> event;
+        unsigned int request;
+    };
+    using Question = std::variant<PlaceQuestion, StateQuestion, ArrivalQuestion, LayoutQuestion>;
 
     void mapped(xcb_window_t window);
+    bool keyboardChanged(const xcb_generic_event_t& event);
     bool entered(const xcb_ge_generic_event_t& event);
     bool configured(xcb_configure_notify_event_t& event);
     bool propertyChanged(const xcb_property_notify_event_t& event);
@@ -54,9 +62,12 @@ class X11ToolkitEvents final : public QAbstractNativeEventFilter {
     bool take(const PlaceQuestion& question);
     bool take(const StateQuestion& question);
     bool take(const ArrivalQuestion& question);
+    bool take(const LayoutQuestion& question);
+    void followKeyboard();
+    void askForLayout(std::optional<xcb_generic_event_t> event);
     void enterAgain(xcb_window_t window);
     template <typename Event>
-    void send(const Event& event);
+    void send(xcb_window_t window, const Event& event);
 
     X11Connection connection_;
     xcb_atom_t netWmState_ = XCB_ATOM_NONE;
@@ -65,6 +76,8 @@ class X11ToolkitEvents final : public QAbstractNativeEventFilter {
     std::set<xcb_window_t> putAway_;
     std::map<xcb_window_t, bool> arriving_;  ///< And whether the pointer was found in them.
     std::uint8_t inputOpcode_ = 0;           ///< Of the extension; 0 without it.
+    std::uint8_t keyboardEvent_ = 0;         ///< Of the extension; 0 without it.
+    std::vector<std::uint8_t> layout_;       ///< Of the keyboard, as the toolkit knows it.
     X11EventPump pump_;
 };
 

@@ -4,9 +4,11 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "Tests/Contracts/X11/Support/EventLoop.h"
+#include "Tests/Contracts/X11/Support/PausedServer.h"
 #include "Tests/Contracts/X11/Support/PrivateServer.h"
 #include "Tests/Contracts/X11/Support/TestApplication.h"
 
@@ -14,6 +16,7 @@ namespace velmora {
 namespace {
 
 using test::EventLoop;
+using test::PausedServer;
 using test::PrivateServer;
 using test::TestApplication;
 
@@ -83,6 +86,55 @@ TEST_F(X11CompositorTests, FollowsARealOne) {
     ASSERT_TRUE(EventLoop::waitUntil([&] { return compositor.isCompositing(); }));
     picom.terminate();
     ASSERT_TRUE(EventLoop::waitUntil([&] { return !compositor.isCompositing(); }));
+}
+
+TEST_F(X11CompositorTests, AStepComesBehindAnAnswerAndNobodyWaitsForIt) {
+    X11Compositor compositor(server.display());
+    int steps = 0;
+    {
+        const PausedServer paused(server);
+        compositor.whenAnswered([&] { ++steps; });
+        EventLoop::settle();
+        EXPECT_EQ(steps, 0);
+        EXPECT_FALSE(paused.wasAwaited());
+    }
+    EXPECT_TRUE(EventLoop::waitUntil([&] { return steps == 1; }));
+}
+
+TEST_F(X11CompositorTests, EachStepHasAnAnswerOfItsOwn) {
+    X11Compositor compositor(server.display());
+    std::string order;
+    std::unique_ptr<PausedServer> paused;
+    compositor.whenAnswered([&] {
+        order += "a";
+        // As one after which a window manager keeps the server for itself.
+        paused = std::make_unique<PausedServer>(server);
+        compositor.whenAnswered([&] { order += "c"; });
+    });
+    compositor.whenAnswered([&] { order += "b"; });
+    EXPECT_EQ(order, "");
+    ASSERT_TRUE(EventLoop::waitUntil([&] { return order == "a"; }));
+    EventLoop::settle();
+    EXPECT_EQ(order, "a");
+    paused.reset();
+    EXPECT_TRUE(EventLoop::waitUntil([&] { return order == "abc"; }));
+}
+
+TEST_F(X11CompositorTests, WithoutAServerStepsComeAllTheSame) {
+    X11Compositor compositor(server.display());
+    std::string order;
+    {
+        const PausedServer paused(server);
+        compositor.whenAnswered([&] { order += "a"; });
+        compositor.whenAnswered([&] { order += "b"; });
+    }
+    server.crash();
+    EXPECT_TRUE(EventLoop::waitUntil([&] { return order == "ab"; }));
+    compositor.whenAnswered([&] { order += "c"; });
+    EXPECT_EQ(order, "abc");
+    X11Compositor late(server.display());
+    late.whenAnswered([&] { order += "d"; });
+    EXPECT_EQ(order, "abcd");
 }
 
 TEST_F(X11CompositorTests, SurvivesTheServersEnd) {

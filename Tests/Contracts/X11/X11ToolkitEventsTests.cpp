@@ -4,8 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QKeyEvent>
-#include <QPaintEvent>
-#include <QRasterWindow>
+#include <QWindow>
 #include <vector>
 
 #include "Tests/Contracts/X11/Support/EventLoop.h"
@@ -21,8 +20,8 @@ using test::PausedServer;
 using test::PrivateServer;
 using test::TestApplication;
 
-/// A window that notes what it is told of keys and of the pointer.
-class NotingWindow : public QRasterWindow {
+/// A window that notes what it is told of keys and of the pointer, and shows nothing.
+class NotingWindow : public QWindow {
   public:
     explicit NotingWindow(Qt::WindowFlags flags = Qt::Window) {
         setFlags(flags);
@@ -34,14 +33,13 @@ class NotingWindow : public QRasterWindow {
     bool wasEntered = false;
 
   protected:
-    void paintEvent(QPaintEvent*) override {}
     void keyPressEvent(QKeyEvent* event) override { keys.push_back(event->key()); }
     bool event(QEvent* event) override {
         if (event->type() == QEvent::Enter || event->type() == QEvent::Leave) {
             isEntered = event->type() == QEvent::Enter;
             wasEntered = wasEntered || isEntered;
         }
-        return QRasterWindow::event(event);
+        return QWindow::event(event);
     }
 };
 
@@ -147,7 +145,8 @@ TEST_F(X11ToolkitEventsTests, ThePointerIsMetInANewWindowOnceTheServerHasTime) {
 
 TEST_F(X11ToolkitEventsTests, ANewWindowThatLetsClicksThroughStaysSo) {
     server.movePointer(200, 200);
-    NotingWindow window(Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowTransparentForInput);
+    NotingWindow window(Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
+                        Qt::WindowDoesNotAcceptFocus | Qt::WindowTransparentForInput);
     show(window);
     NotingWindow last(Qt::ToolTip);
     last.setGeometry(150, 150, 100, 100);

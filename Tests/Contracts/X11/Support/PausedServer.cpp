@@ -3,6 +3,7 @@
 
 #include <dlfcn.h>
 #include <poll.h>
+#include <pthread.h>
 
 #include <cstring>
 
@@ -52,4 +53,15 @@ extern "C" __attribute__((visibility("default"))) int poll(pollfd* descriptors, 
         velmora::test::PausedServer::noteWait();
     }
     return real(descriptors, count, timeout);
+}
+
+/// The same where another thread of the program reads the connection, as of the toolkit's.
+extern "C" __attribute__((visibility("default"))) int pthread_cond_wait(pthread_cond_t* condition,
+                                                                        pthread_mutex_t* mutex) {
+    using Wait = int(pthread_cond_t*, pthread_mutex_t*);
+    static auto* const real = reinterpret_cast<Wait*>(dlsym(RTLD_NEXT, "pthread_cond_wait"));
+    if (velmora::test::isOfClientLibrary(__builtin_return_address(0))) {
+        velmora::test::PausedServer::noteWait();
+    }
+    return real(condition, mutex);
 }

@@ -2,8 +2,10 @@
 #pragma once
 
 #include <QCoreApplication>
+#include <cstddef>
 #include <functional>
 #include <utility>
+#include <vector>
 
 #include "Velmora/Platform/Compositor.h"
 
@@ -13,10 +15,24 @@ namespace velmora::test {
 class FakeCompositor : public Compositor {
   public:
     bool isCompositing() const override { return compositing_; }
-    /// The next turn of the event loop brings the answer.
+    /// The next turn of the event loop brings the answer, unless answers are held.
     void whenAnswered(std::function<void()> step) override {
-        QMetaObject::invokeMethod(qApp, std::move(step), Qt::QueuedConnection);
+        if (isHolding_) {
+            held_.push_back(std::move(step));
+        } else {
+            QMetaObject::invokeMethod(qApp, std::move(step), Qt::QueuedConnection);
+        }
     }
+
+    void holdAnswers() { isHolding_ = true; }
+    std::size_t heldAnswers() const { return held_.size(); }
+    void giveAnswers() {
+        isHolding_ = false;
+        for (const auto& step : std::exchange(held_, {})) {
+            step();
+        }
+    }
+
     void observe(Observer observer) override { observer_ = std::move(observer); }
 
     void set(bool compositing) {
@@ -30,6 +46,8 @@ class FakeCompositor : public Compositor {
   private:
     bool compositing_ = true;
     Observer observer_;
+    bool isHolding_ = false;
+    std::vector<std::function<void()>> held_;
 };
 
 }  // namespace velmora::test

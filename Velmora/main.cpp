@@ -165,6 +165,9 @@ class Application {
             });
         });
         onboarding_.attach(model_);
+        if (!model_.onboardingCompleted()) {
+            onboarding_.prepare();
+        }
         settingsWindow_.attach(model_);
     }
 

@@ -24,8 +24,18 @@ void OnboardingWindowController::attach(AppModel& model) {
         onComplete_ = {};
         onClose_ = {};
         window_.reset();
+        prepared_.reset();
         model_ = nullptr;
     });
+}
+
+void OnboardingWindowController::prepare() {
+    if (model_ != nullptr && !prepared_) {
+        prepared_ = views_.create(QStringLiteral("OnboardingView"),
+                                  {{QStringLiteral("model"), QVariant::fromValue<QObject*>(model_)},
+                                   {QStringLiteral("isFirstLaunch"), true},
+                                   {QStringLiteral("completionTitle"), QString()}});
+    }
 }
 
 void OnboardingWindowController::open(bool isFirstLaunch, const std::string& completionTitle,
@@ -37,14 +47,14 @@ void OnboardingWindowController::open(bool isFirstLaunch, const std::string& com
     if (model_ == nullptr) {
         return;
     }
-    auto view = views_.create(
-        QStringLiteral("OnboardingView"),
-        {{QStringLiteral("model"), QVariant::fromValue<QObject*>(model_)},
-         {QStringLiteral("isFirstLaunch"), isFirstLaunch},
-         {QStringLiteral("completionTitle"), QString::fromStdString(completionTitle)}});
+    prepare();
+    auto view = std::move(prepared_);
     if (!view) {
         return;
     }
+    view->setProperty("isFirstLaunch", isFirstLaunch);
+    view->setProperty("completionTitle", QString::fromStdString(completionTitle));
+    ViewEngine::layoutSubtree(*view);
     ActionRelay::connectSignal(*view, SIGNAL(complete()), [this] {
         if (const auto action = onComplete_) {
             action();

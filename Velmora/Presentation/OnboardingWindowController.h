@@ -23,6 +23,9 @@ class OnboardingWindowController final : public OnboardingPresenting {
     /// What the window shows; until then, and after the model is gone, there is no window.
     void attach(AppModel& model);
 
+    /// Makes the view in advance that the next window shows.
+    void prepare();
+
     void open(bool isFirstLaunch, const std::string& completionTitle,
               std::function<void()> onComplete, std::function<void()> onClose) override;
     void bringToFront() override;
@@ -39,6 +42,7 @@ class OnboardingWindowController final : public OnboardingPresenting {
     std::function<void()> onComplete_;
     std::function<void()> onClose_;
     std::unique_ptr<ViewWindow> window_;
+    std::unique_ptr<QQuickItem> prepared_;  ///< The next window's view.
 };
 
 }  // namespace velmora

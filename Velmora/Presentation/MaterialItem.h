@@ -37,6 +37,9 @@ class MaterialItem : public QQuickPaintedItem {
     void appearanceChanged();
 
   private:
+    void paintShape(QPainter& painter, const QRectF& bounds) const;
+    void paintMiddle(QPainter& painter, const QRectF& middle) const;
+
     double radius_ = 0;
     QColor fill_ = Qt::transparent;
     bool fillsCorners_ = false;

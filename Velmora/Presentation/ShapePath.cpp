@@ -23,10 +23,14 @@ void addCorner(QPainterPath& path, QPointF corner, QPointF from, QPointF to) {
 
 }  // namespace
 
+double roundedEnd(double radius) {
+    return radius * cornerReach;
+}
+
 QPainterPath roundedPath(const QRectF& rect, double radius) {
     QPainterPath path;
     const double shorter = std::min(rect.width(), rect.height());
-    const double reach = radius * cornerReach;
+    const double reach = roundedEnd(radius);
     if (reach * 2 >= shorter) {
         const double circular = std::min(radius, shorter / 2);
         path.addRoundedRect(rect, circular, circular);

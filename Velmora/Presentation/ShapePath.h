@@ -11,6 +11,9 @@ namespace velmora {
 /// shape becomes a capsule with circular ends.
 QPainterPath roundedPath(const QRectF& rect, double radius);
 
+/// How far from its corner a side of such a rectangle becomes straight, where it is long enough.
+double roundedEnd(double radius);
+
 /// The whole points that lie in the shape, for windows that cannot be translucent.
 QRegion roundedRegion(const QRect& rect, double radius);
 

@@ -26,7 +26,7 @@ class Compositor {
     /// keep the display for themselves while they take in a window, for a frame or more: who asks
     /// it anything then waits until that is over, and steps that ask come behind it instead.
     /// Called from the event loop, and before this returns only where there is no display to ask.
-    virtual void whenAnswered(std::function<void()> step) { step(); }
+    virtual void whenAnswered(std::function<void()> step) = 0;
 
     /// Called with every later change. One observer at a time; an empty one ends it.
     virtual void observe(Observer observer) = 0;

@@ -100,7 +100,9 @@ void MaterialItem::paintMiddle(QPainter& painter, const QRectF& middle) const {
     painter.setCompositionMode(QPainter::CompositionMode_Source);  // Nothing is there yet.
     painter.fillRect(middle, fill_);
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-    for (double y = middle.top(); y < middle.bottom(); y += sidePiece) {
+    const int pieces = static_cast<int>(std::ceil(middle.height() / sidePiece));
+    for (int piece = 0; piece < pieces; ++piece) {
+        const double y = middle.top() + piece * sidePiece;
         const double height = std::min(sidePiece, middle.bottom() - y);
         painter.fillRect(QRectF(middle.left(), y, lineWidth, height), stroke_);
         painter.fillRect(QRectF(middle.right() - lineWidth, y, lineWidth, height), stroke_);

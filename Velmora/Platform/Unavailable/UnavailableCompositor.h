@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
+
 #include "Velmora/Platform/Compositor.h"
 #include "Velmora/Platform/Unavailable/Unavailability.h"
 
@@ -12,6 +14,7 @@ class UnavailableCompositor final : public Compositor, public Unavailability {
     using Unavailability::Unavailability;
 
     bool isCompositing() const override { return false; }
+    void whenAnswered(std::function<void()> step) override { step(); }
     void observe(Observer /*observer*/) override {}
 };
 

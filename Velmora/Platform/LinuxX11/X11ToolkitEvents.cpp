@@ -143,7 +143,13 @@ bool X11ToolkitEvents::keyboardChanged(const xcb_generic_event_t& event) {
         anyWindow() == XCB_WINDOW_NONE) {
         return false;
     }
-    askForLayout(event);
+    xcb_generic_event_t told = event;
+    if (kind == XCB_XKB_NEW_KEYBOARD_NOTIFY) {
+        // It is told of one change only, and reads nothing anew where this says less.
+        reinterpret_cast<xcb_xkb_new_keyboard_notify_event_t&>(told).changed |=
+            XCB_XKB_NKN_DETAIL_KEYCODES;
+    }
+    askForLayout(told);
     return true;
 }
 

@@ -3,6 +3,7 @@
 
 #include <QGuiApplication>
 #include <QScreen>
+#include <QThreadPool>
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
@@ -91,6 +92,8 @@ struct X11Screens::Parts {
           pump(
               connection, [this](const xcb_generic_event_t& event) { note(event); },
               [this] { askIfStale(); }) {
+        worker.setMaxThreadCount(1);
+        worker.setExpiryTimeout(-1);  // It sleeps instead of waking up once more to end.
         learnNames();
         select(connection.root(), XCB_EVENT_MASK_PROPERTY_CHANGE);
         followQt();
@@ -122,7 +125,8 @@ struct X11Screens::Parts {
     ScreenGeometry geometry;
     QObject context;
     X11EventPump pump;
-    std::future<std::optional<Facts>> asking;  ///< Waits for the other thread when this goes.
+    std::future<std::optional<Facts>> answer;  ///< There when the other thread has told of it.
+    QThreadPool worker;  ///< One thread; waits for it when this goes, and never before.
 };
 
 /// Now, since whoever hears of the first change of a property must not wait for them.
@@ -167,11 +171,12 @@ void X11Screens::Parts::askIfStale() {
     }
     isStale = false;
     isAsking = true;
-    asking = std::async(std::launch::async, [this, number = ++question] {
-        auto facts = askInBackground();
+    const auto facts = std::make_shared<std::promise<std::optional<Facts>>>();
+    answer = facts->get_future();
+    worker.start([this, facts, number = ++question] {
+        facts->set_value(askInBackground());
         QMetaObject::invokeMethod(
             &context, [this, number] { take(number); }, Qt::QueuedConnection);
-        return facts;
     });
 }
 
@@ -185,7 +190,7 @@ std::optional<Facts> X11Screens::Parts::askInBackground() {
 }
 
 void X11Screens::Parts::take(std::uint64_t number) {
-    const auto facts = asking.get();
+    const auto facts = answer.get();
     isAsking = false;
     if (number == question && facts) {
         apply(*facts);

@@ -3,19 +3,8 @@
 
 #include <xcb/xinput.h>
 
-// A field of this header has the name of a C++ keyword.
-#ifdef __clang__
-#pragma clang diagnostic push
-#pragma clang diagnostic ignored "-Wkeyword-macro"
-#endif
-#define explicit explicitField
-#include <xcb/xkb.h>
-#undef explicit
-#ifdef __clang__
-#pragma clang diagnostic pop
-#endif
-
 #include "Velmora/Platform/LinuxX11/X11PointerState.h"
+#include "Velmora/Platform/LinuxX11/XkbProtocol.h"
 
 namespace velmora {
 namespace {

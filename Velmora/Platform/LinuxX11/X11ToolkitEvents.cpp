@@ -5,18 +5,6 @@
 #include <xcb/xcbext.h>
 #include <xcb/xinput.h>
 
-// A field of this header has the name of a C++ keyword.
-#ifdef __clang__
-#pragma clang diagnostic push
-#pragma clang diagnostic ignored "-Wkeyword-macro"
-#endif
-#define explicit explicitField
-#include <xcb/xkb.h>
-#undef explicit
-#ifdef __clang__
-#pragma clang diagnostic pop
-#endif
-
 #include <QGuiApplication>
 #include <QTimer>
 #include <QWindow>
@@ -26,6 +14,8 @@
 #include <cstring>
 #include <optional>
 #include <utility>
+
+#include "Velmora/Platform/LinuxX11/XkbProtocol.h"
 
 namespace velmora {
 namespace {

@@ -30,6 +30,10 @@ ViewTest::ViewTest()
                 pixelsPerPoint(),
                 {0, 0, 1600 * pixelsPerPoint(), 1000 * pixelsPerPoint()}}}) {}
 
+void ViewTest::TearDown() {
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
 void ViewTest::showEntry(const LookupResult& result, double fontScale, bool toneColorsEnabled) {
     popover.show({result}, std::nullopt, anchor, toneColorsEnabled, fontScale);
 }

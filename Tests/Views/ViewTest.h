@@ -22,6 +22,9 @@ class ViewTest : public ::testing::Test {
 
     ViewTest();
 
+    /// Frees what is to be freed later, which only an event loop would do, while the theme is here.
+    void TearDown() override;
+
     void showEntry(const LookupResult& result, double fontScale = 1, bool toneColorsEnabled = true);
     void showSelection(const std::vector<LookupResult>& results, const std::string& text,
                        double fontScale = 1);

@@ -2,6 +2,7 @@
 #include "Velmora/Presentation/ViewWindow.h"
 
 #include <QEventLoop>
+#include <QExposeEvent>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
@@ -73,6 +74,25 @@ TEST_F(ViewWindowTest, NeverComesOnceItIsDisposedOf) {
     outer.exec();
     EXPECT_TRUE(QTest::qWaitFor([&] { return gone.count() > 0; }));
     EXPECT_EQ(visibility.count(), 0);
+}
+
+// Without an event loop it stays for long, maybe longer than the theme.
+TEST_F(ViewWindowTest, AsksForNothingOnceItIsDisposedOf) {
+    auto shown = window();
+    const QSignalSpy painted(shown.get(), &QQuickWindow::frameSwapped);
+    shown->present();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return painted.count() > 0; }));
+    QCoreApplication::processEvents();  // Frames that are due.
+    ViewWindow* const disposed = shown.get();
+    compositor.holdAnswers();
+    ViewWindow::dispose(std::move(shown));
+    // What may still be under way to it.
+    QEvent frame(QEvent::UpdateRequest);
+    QCoreApplication::sendEvent(disposed, &frame);
+    QExposeEvent expose(QRect(0, 0, 10, 10));
+    QCoreApplication::sendEvent(disposed, &expose);
+    appearance.set(DesktopAppearance::ColorScheme::dark);
+    EXPECT_EQ(compositor.heldAnswers(), 0U);
 }
 
 }  // namespace

@@ -23,8 +23,10 @@ void PacedWindow::exposeEvent(QExposeEvent* event) {
     }
 }
 
+/// A window that was put away for good may still be told of frames that are due, even when the
+/// theme is gone.
 void PacedWindow::paintWhenAnswered() {
-    if (!isPaintingDue_) {
+    if (isVisible() && !isPaintingDue_) {
         isPaintingDue_ = true;
         theme_.whenAnswered(*this, [this] { paint(); });
     }
@@ -32,7 +34,7 @@ void PacedWindow::paintWhenAnswered() {
 
 void PacedWindow::paint() {
     isPaintingDue_ = false;
-    if (!isExposed()) {
+    if (!isExposed() || !isVisible()) {
         return;
     }
     if (isNew_) {

@@ -13,7 +13,7 @@ class PacedWindow : public QQuickWindow {
     Q_OBJECT
 
   public:
-    /// The theme outlives the window.
+    /// The theme outlives the window, or at least the time in which it is visible.
     explicit PacedWindow(Theme& theme) : theme_(theme) {}
     ~PacedWindow() override;
 

@@ -112,7 +112,7 @@ void ViewWindow::comeNearer() {
 /// Without a window manager nobody makes a new window active.
 void ViewWindow::exposeEvent(QExposeEvent* event) {
     PacedWindow::exposeEvent(event);
-    if (isExposed() && !hasCome_) {
+    if (isExposed() && isVisible() && !hasCome_) {
         hasCome_ = true;
         theme().whenAnswered(*this, [this] {
             if (isVisible() && !isActive()) {
@@ -126,6 +126,7 @@ void ViewWindow::dispose(std::unique_ptr<ViewWindow> window) {
     if (window) {
         window->closed_ = {};
         window->isComing_ = false;
+        QObject::disconnect(&window->theme(), nullptr, window.get(), nullptr);
         window->hide();
         window.release()->deleteLater();
     }

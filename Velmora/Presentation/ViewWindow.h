@@ -16,7 +16,7 @@ class ViewWindow : public PacedWindow {
     Q_OBJECT
 
   public:
-    /// The theme outlives the window.
+    /// The theme outlives the window until that is disposed of.
     ViewWindow(Theme& theme, std::unique_ptr<QQuickItem> view);
     ~ViewWindow() override;
 
@@ -44,7 +44,8 @@ class ViewWindow : public PacedWindow {
     /// Where the window stands, or stood when it was closed, in Qt's logical coordinates.
     QRect lastFrame() const { return isClosed_ ? closingFrame_ : geometry(); }
 
-    /// Takes the window off the screen and frees it once the current event is over.
+    /// Takes the window off the screen and frees it once the current event is over, or later where
+    /// no event loop runs. It uses nothing of the program's any more.
     static void dispose(std::unique_ptr<ViewWindow> window);
 
   protected:

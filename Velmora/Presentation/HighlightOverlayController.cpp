@@ -14,7 +14,7 @@ HighlightOverlayController::HighlightOverlayController(const ScreenGeometrySourc
                                                        Theme& theme)
     : screens_(screens), theme_(theme) {
     themeChanged_ = QObject::connect(&theme_, &Theme::changed, [this] {
-        if (panel_ && panel_->isVisible()) {
+        if (panel_ && panel_->isWanted()) {
             place();
         }
     });

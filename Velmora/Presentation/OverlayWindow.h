@@ -25,6 +25,9 @@ class OverlayWindow : public QRasterWindow {
     void orderFront();
     void orderOut();
 
+    /// Whether it is on the screen or about to come there.
+    bool isWanted() const { return isWanted_; }
+
   protected:
     bool event(QEvent* event) override;
 

@@ -1,11 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "Velmora/Presentation/ViewWindow.h"
 
+#include <sys/mman.h>
+
 #include <QEventLoop>
 #include <QExposeEvent>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
+#include <cstddef>
+#include <memory>
+#include <new>
+#include <utility>
 
 #include "Tests/Views/ViewTest.h"
 
@@ -93,6 +99,29 @@ TEST_F(ViewWindowTest, AsksForNothingOnceItIsDisposedOf) {
     QCoreApplication::sendEvent(disposed, &expose);
     appearance.set(DesktopAppearance::ColorScheme::dark);
     EXPECT_EQ(compositor.heldAnswers(), 0U);
+}
+
+/// Its memory is gone as soon as it is freed: whoever touches it then ends the program.
+class UnmappedWindow : public ViewWindow {
+  public:
+    using ViewWindow::ViewWindow;
+
+    static void* operator new(std::size_t size) {
+        void* const memory =
+            mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+        return memory == MAP_FAILED ? throw std::bad_alloc() : memory;
+    }
+    static void operator delete(void* memory, std::size_t size) { munmap(memory, size); }
+};
+
+TEST_F(ViewWindowTest, TouchesNothingOfItselfOnceItIsFreed) {
+    auto shown = std::make_unique<UnmappedWindow>(
+        views.theme(),
+        views.create(QStringLiteral("LaunchFlashView"), {{QStringLiteral("cornerRadius"), 0.0}}));
+    const QSignalSpy gone(shown.get(), &QObject::destroyed);
+    ViewWindow::dispose(std::move(shown));
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(gone.count(), 1);
 }
 
 }  // namespace

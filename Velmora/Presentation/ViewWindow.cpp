@@ -133,13 +133,13 @@ void ViewWindow::dispose(std::unique_ptr<ViewWindow> window) {
 }
 
 bool ViewWindow::event(QEvent* event) {
-    const QEvent::Type type = event->type();
-    if (type == QEvent::Close) {
-        closingFrame_ = geometry();
+    if (event->type() != QEvent::Close) {
+        return PacedWindow::event(event);  // One kind of them frees this.
     }
+    closingFrame_ = geometry();
     const bool handled = PacedWindow::event(event);
-    isClosed_ = isClosed_ || (type == QEvent::Close && event->isAccepted());
-    if (type == QEvent::Close && event->isAccepted() && closed_) {
+    isClosed_ = isClosed_ || event->isAccepted();
+    if (event->isAccepted() && closed_) {
         std::exchange(closed_, {})();
     }
     return handled;

@@ -82,6 +82,38 @@ TEST_F(OnboardingWindowTest, WalksThroughTheStepsAndBack) {
     EXPECT_NE(onboarding.window(), nullptr);
 }
 
+TEST_F(OnboardingWindowTest, WhatIsMadeInAdvanceShowsWhatIsToldLater) {
+    onboarding.close();
+    onboarding.prepare();
+    onboarding.prepare();
+    world.model->setHoverLookupEnabled(true);
+    open(false, "Done");
+    EXPECT_FALSE(window().view().property("isFirstLaunch").toBool());
+    moveTo(2);
+    EXPECT_EQ(mainTitle(), QStringLiteral("Done"));
+    EXPECT_TRUE(part("hoverSwitch").property("checked").toBool());
+    // The next one is made anew, at its first step.
+    open(true, "Continue in Menu Bar");
+    EXPECT_EQ(step(), 0);
+    EXPECT_TRUE(window().view().property("isFirstLaunch").toBool());
+}
+
+TEST_F(OnboardingWindowTest, WhatIsMadeInAdvanceGoesWithTheModel) {
+    onboarding.close();
+    onboarding.prepare();
+    world.model.reset();
+    onboarding.prepare();
+    onboarding.open(
+        true, "Done", [] {}, [] {});
+    EXPECT_EQ(onboarding.window(), nullptr);
+    world.start();
+    world.model->setHoverLookupEnabled(true);
+    onboarding.attach(*world.model);
+    open(true, "Done");
+    moveTo(2);
+    EXPECT_TRUE(part("hoverSwitch").property("checked").toBool());
+}
+
 TEST_F(OnboardingWindowTest, ItsTextsInTheirOrder) {
     using Texts = std::vector<std::string>;
     const auto expectTexts = [this](Texts expected, const char* mainTitle) {

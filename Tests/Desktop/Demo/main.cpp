@@ -4,6 +4,7 @@
 //
 //   velmora_demo FOLDER
 #include <QImage>
+#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -30,22 +31,32 @@ class Demonstration {
 
     void run() {
         say("Resting the pointer on a word");
-        show(stage_.hover(0, 7), "bubble");
+        show(hover(known({0, 7})), "bubble");
         stage_.leave();
         say("Again, with Shift held");
         stage_.desktop().pressKey("Shift_L");
-        show(stage_.hover(0, 10), "dictionary");
+        show(hover(seedWord), "dictionary");
         stage_.desktop().releaseKey("Shift_L");
         stage_.leave();
         say("Selecting some words");
-        stage_.select(1, 3, 12);
+        const Place inside = known({1, 6});
+        stage_.select(inside.line, 3, 12);
         stage_.leave();
         stage_.desktop().pressKey("Shift_L");
-        show(stage_.hover(1, 6), "selection");
+        show(hover(inside), "selection");
         stage_.desktop().releaseKey("Shift_L");
     }
 
   private:
+    /// A character of the text.
+    struct Place {
+        std::size_t line;
+        std::size_t position;
+    };
+
+    /// Found without the word list too.
+    static constexpr Place seedWord{0, 10};
+
     static constexpr int width = 1280;
     static constexpr int height = 860;
 
@@ -57,6 +68,15 @@ class Demonstration {
         options.compositor = true;
         return options;
     }
+
+    /// The place, or that of the seed entry where the program has no word list to know it from.
+    Place known(Place wanted) const {
+        const SampleText& text = stage_.text();
+        const bool isKnown = !text.wordsOf(text.character(wanted.line, wanted.position)).empty();
+        return isKnown ? wanted : seedWord;
+    }
+
+    Hover hover(Place place) { return stage_.hover(place.line, place.position); }
 
     void show(const Hover& hover, const std::string& name) {
         if (!hover.popover) {

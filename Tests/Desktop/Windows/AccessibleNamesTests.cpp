@@ -2,6 +2,10 @@
 // The windows of the running program as assistive programs find them on the accessibility bus.
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <string>
+#include <vector>
+
 #include "Tests/Desktop/Support/RunningVelmora.h"
 #include "Tests/Desktop/Windows/AccessibleTree.h"
 #include "Tests/Desktop/Windows/WindowDesktop.h"
@@ -12,14 +16,20 @@ namespace {
 
 using Names = std::vector<std::string>;
 
-/// What the program tells once it tells of this.
-AccessibleTree awaitTree(const std::string& role, const std::string& name) {
+/// What the program tells once that is as awaited. A tree is read piece by piece, and what changes
+/// meanwhile is found half in its old state: two readings in turn have to agree.
+AccessibleTree awaitTree(const std::function<bool(const AccessibleTree&)>& isAwaited) {
     AccessibleTree tree;
     EXPECT_TRUE(WindowDesktop::get().waitUntil([&] {
+        const std::string before = tree.text();
         tree = AccessibleTree::ofProgram("Velmora");
-        return tree.find(role, name) != nullptr;
+        return isAwaited(tree) && tree.text() == before;
     })) << tree.text();
     return tree;
+}
+
+AccessibleTree awaitTree(const std::string& role, const std::string& name) {
+    return awaitTree([&](const AccessibleTree& tree) { return tree.find(role, name) != nullptr; });
 }
 
 TEST(AccessibleNames, TellEveryControlOfTheSettingsInOrder) {
@@ -54,13 +64,11 @@ TEST(AccessibleNames, TellTheStepsOfOnboarding) {
     const AccessibleTree lookup = awaitTree("heading", "Velmora runs quietly from the menu bar");
     EXPECT_NE(lookup.find("label", "Step 2 of 3"), nullptr);
     WindowDesktop::get().typeKey("Return");
-    awaitTree("heading", "Enable lookup access");
     // While the steps change places, both are showing.
-    AccessibleTree permissions;
-    EXPECT_TRUE(WindowDesktop::get().waitUntil([&] {
-        permissions = AccessibleTree::ofProgram("Velmora");
-        return permissions.find("heading", "Velmora runs quietly from the menu bar") == nullptr;
-    }));
+    const AccessibleTree permissions = awaitTree([](const AccessibleTree& tree) {
+        return tree.find("heading", "Enable lookup access") != nullptr &&
+               tree.find("heading", "Velmora runs quietly from the menu bar") == nullptr;
+    });
     EXPECT_EQ(
         permissions.controls(),
         (Names{"push button: Request, Accessibility", "push button: Open Settings, Accessibility",

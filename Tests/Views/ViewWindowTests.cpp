@@ -5,6 +5,8 @@
 
 #include <QEventLoop>
 #include <QExposeEvent>
+#include <QIcon>
+#include <QImage>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
@@ -41,6 +43,21 @@ TEST_F(ViewWindowTest, IsDrawnBeforeItComesToTheScreenAndPaintedAfterIt) {
     EXPECT_TRUE(QTest::qWaitForWindowExposed(shown.get()));
     EXPECT_EQ(painted.count(), 0);
     EXPECT_TRUE(QTest::qWaitFor([&] { return painted.count() > 0; }));
+}
+
+TEST_F(ViewWindowTest, CarriesTheIconBeforeItComesToTheScreen) {
+    QList<QSize> sizes;  // As long as the window, which is hidden when it goes.
+    const auto shown = window();
+    QObject::connect(shown.get(), &QWindow::visibleChanged, shown.get(),
+                     [&, window = shown.get()] { sizes = window->icon().availableSizes(); });
+    shown->present();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return shown->isVisible(); }));
+    EXPECT_EQ(sizes, (QList<QSize>{{16, 16}, {24, 24}, {32, 32}, {48, 48}, {64, 64}}));
+    // Not only empty ground: the middle of its stroke is white, a place beside it of its colour.
+    const QImage drawn = shown->icon().pixmap(QSize(64, 64), 1).toImage();
+    EXPECT_EQ(drawn.pixelColor(26, 33), QColor(Qt::white));
+    EXPECT_EQ(drawn.pixelColor(32, 60), QColor(0xb3, 0x26, 0x1e));
+    EXPECT_EQ(drawn.pixelColor(0, 0).alpha(), 0);
 }
 
 TEST_F(ViewWindowTest, ComesOnceHoweverOftenItIsAskedFor) {

@@ -15,6 +15,7 @@ void qml_register_types_Velmora_Presentation();  // NOLINT(readability-identifie
 // for outside of any namespace.
 static void useModule() {
     Q_INIT_RESOURCE(velmora_symbols);
+    Q_INIT_RESOURCE(velmora_program_icon);
 #ifdef VELMORA_HAS_ANIMATIONS
     Q_INIT_RESOURCE(velmora_animations);
 #endif

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <utility>
 
+#include "Velmora/Presentation/ProgramIcon.h"
 #include "Velmora/Presentation/ShapePath.h"
 
 namespace velmora {
@@ -97,6 +98,8 @@ void ViewWindow::comeNearer() {
     if (handle() == nullptr) {
         create();
         applyShape();
+    } else if (icon().isNull()) {
+        setIcon(drawProgramIcon());
     } else if (!isDrawn_) {
         // The frame is kept and on the screen as soon as the window is.
         isDrawn_ = true;

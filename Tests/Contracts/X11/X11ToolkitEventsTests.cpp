@@ -7,6 +7,7 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QWindow>
+#include <cstring>
 #include <vector>
 
 #include "Tests/Contracts/X11/Support/EventLoop.h"
@@ -71,6 +72,25 @@ class KeyboardNews final : public QAbstractNativeEventFilter {
     int count_ = 0;
 };
 
+/// Notes whether the toolkit would hear from the server that a window has got this width.
+class WidthNews final : public QAbstractNativeEventFilter {
+  public:
+    explicit WidthNews(int width) : width_(width) { qGuiApp->installNativeEventFilter(this); }
+
+    bool hasCome() const { return hasCome_; }
+
+    bool nativeEventFilter(const QByteArray&, void* message, qintptr*) override {
+        const auto& event = *static_cast<xcb_configure_notify_event_t*>(message);
+        hasCome_ =
+            hasCome_ || (event.response_type == XCB_CONFIGURE_NOTIFY && event.width == width_);
+        return false;
+    }
+
+  private:
+    int width_;
+    bool hasCome_ = false;
+};
+
 class X11ToolkitEventsTests : public ::testing::Test {
   protected:
     void show(QWindow& window) {
@@ -99,6 +119,20 @@ class X11ToolkitEventsTests : public ::testing::Test {
     void move(const QWindow& window, std::uint32_t x, std::uint32_t y) {
         const std::uint32_t values[] = {x, y};
         configure(window, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y, values);
+    }
+
+    /// Tells a window where it is, as window managers do.
+    void tell(const QWindow& window, QPoint place, QSize size) {
+        xcb_configure_notify_event_t event{};
+        event.response_type = XCB_CONFIGURE_NOTIFY;
+        event.event = event.window = static_cast<xcb_window_t>(window.winId());
+        event.x = static_cast<std::int16_t>(place.x());
+        event.y = static_cast<std::int16_t>(place.y());
+        event.width = static_cast<std::uint16_t>(size.width());
+        event.height = static_cast<std::uint16_t>(size.height());
+        char bytes[32] = {};
+        std::memcpy(bytes, &event, sizeof event);
+        xcb_send_event(other.get(), 0, event.window, XCB_EVENT_MASK_NO_EVENT, bytes);
     }
 
     PrivateServer server;
@@ -133,6 +167,38 @@ TEST_F(X11ToolkitEventsTests, AWindowsPlaceWithinItsFrameIsAskedForWithoutWaitin
     }
     EXPECT_TRUE(EventLoop::waitUntil([&] { return window.width() == 310; }));
     EXPECT_EQ(window.position(), QPoint(407, 330));
+}
+
+TEST_F(X11ToolkitEventsTests, APlaceThatAWindowManagerTellsBehindTheAnswerHolds) {
+    NotingWindow window;
+    show(window);
+    TestApplication manager(server.display(), VELMORA_X11_TEST_CLIENT);
+    const auto frame = manager.open({400, 300, 500, 400});
+    xcb_reparent_window(other.get(), static_cast<xcb_window_t>(window.winId()), frame, 7, 30);
+    settle();
+    ASSERT_TRUE(EventLoop::waitUntil([&] { return window.isExposed(); }));
+    const WidthNews news(310);
+    const std::uint32_t width[] = {310};
+    configure(window, XCB_CONFIG_WINDOW_WIDTH, width);
+    {
+        const PausedServer paused(server);
+        ASSERT_TRUE(EventLoop::waitUntil([&] { return news.hasCome(); }));
+        ASSERT_FALSE(paused.wasAwaited());
+    }
+    // The place is asked for, and the server comes to it between what others ask.
+    constexpr int rounds = 20;
+    for (int round = 0; round < rounds; ++round) {
+        awaitServer();
+    }
+    const std::uint32_t place[] = {450, 340};
+    xcb_configure_window(other.get(), frame, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y, place);
+    tell(window, {457, 370}, {310, 200});
+    // The answer reaches the toolkit behind that, and must not be the last word.
+    for (int round = 0; round < rounds; ++round) {
+        settle();
+    }
+    EXPECT_TRUE(EventLoop::waitUntil([&] { return window.position() == QPoint(457, 370); }));
+    EXPECT_EQ(window.size(), QSize(310, 200));
 }
 
 TEST_F(X11ToolkitEventsTests, WhatStateAWindowIsInIsAskedForWithoutWaiting) {

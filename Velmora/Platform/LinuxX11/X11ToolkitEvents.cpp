@@ -46,6 +46,15 @@ std::optional<Answer<Reply>> answerTo(const X11Connection& connection, unsigned 
     return Answer<Reply>{xcbOwned(static_cast<Reply*>(reply))};
 }
 
+/// Nobody else says that a window lies above itself, and the toolkit does not look at that.
+void markAsOurs(xcb_configure_notify_event_t& event) {
+    event.above_sibling = event.window;
+}
+
+bool isOurs(const xcb_configure_notify_event_t& event) {
+    return event.above_sibling == event.window;
+}
+
 /// What is sent to any of the toolkit's windows reaches the toolkit.
 xcb_window_t anyWindow() {
     for (const QWindow* const window : QGuiApplication::topLevelWindows()) {
@@ -90,6 +99,9 @@ bool X11ToolkitEvents::nativeEventFilter(const QByteArray& type, void* message,
     switch (event->response_type) {  // What a client has sent has other numbers.
         case XCB_CONFIGURE_NOTIFY:
             return configured(*reinterpret_cast<xcb_configure_notify_event_t*>(event));
+        case XCB_CONFIGURE_NOTIFY | sentByClients:
+            told(*reinterpret_cast<xcb_configure_notify_event_t*>(event));
+            return false;
         case XCB_PROPERTY_NOTIFY:
             return propertyChanged(*reinterpret_cast<xcb_property_notify_event_t*>(event));
         case XCB_GE_GENERIC:
@@ -101,6 +113,7 @@ bool X11ToolkitEvents::nativeEventFilter(const QByteArray& type, void* message,
             arriving_.erase(reinterpret_cast<xcb_unmap_notify_event_t*>(event)->window);
             return false;
         case XCB_DESTROY_NOTIFY:
+            configured_.erase(reinterpret_cast<xcb_destroy_notify_event_t*>(event)->window);
             putAway_.erase(reinterpret_cast<xcb_destroy_notify_event_t*>(event)->window);
             return false;
         default:
@@ -173,11 +186,29 @@ bool X11ToolkitEvents::configured(xcb_configure_notify_event_t& event) {
         event.response_type |= sentByClients;
         return false;
     }
+    configured_[event.window] = event;
+    askForPlace(event, false);
+    return true;
+}
+
+/// What a window manager tells between an answer and the event that carries it is newer, but
+/// reaches the toolkit before, or not at all, since that takes only the last of several in a row.
+/// So the place is asked for once more when the event is there.
+void X11ToolkitEvents::told(const xcb_configure_notify_event_t& event) {
+    const auto last = configured_.find(event.window);
+    if (isOurs(event) && last != configured_.end()) {
+        xcb_configure_notify_event_t check = last->second;
+        check.x = event.x;
+        check.y = event.y;
+        askForPlace(check, true);
+    }
+}
+
+void X11ToolkitEvents::askForPlace(const xcb_configure_notify_event_t& event, bool isCheck) {
     const unsigned int request =
         xcb_translate_coordinates(connection_.get(), event.window, connection_.root(), 0, 0)
             .sequence;
-    ask(PlaceQuestion{event, request});
-    return true;
+    ask(PlaceQuestion{event, request, isCheck});
 }
 
 /// Of a window's states the toolkit needs to know only whether it is put away: no window of ours is
@@ -211,13 +242,17 @@ void X11ToolkitEvents::takeAnswers() {
 
 bool X11ToolkitEvents::take(const PlaceQuestion& question) {
     const auto answer = answerTo<xcb_translate_coordinates_reply_t>(connection_, question.request);
-    if (answer && answer->reply) {
-        xcb_configure_notify_event_t event = question.event;
-        event.x = answer->reply->dst_x;
-        event.y = answer->reply->dst_y;
+    if (!answer || !answer->reply) {
+        return answer.has_value();
+    }
+    xcb_configure_notify_event_t event = question.event;
+    event.x = answer->reply->dst_x;
+    event.y = answer->reply->dst_y;
+    if (!question.isCheck || event.x != question.event.x || event.y != question.event.y) {
+        markAsOurs(event);
         send(event.window, event);
     }
-    return answer.has_value();
+    return true;
 }
 
 /// The toolkit asks for the state again, at a time at which somebody has put the window away or

@@ -33,6 +33,7 @@ class X11ToolkitEvents final : public QAbstractNativeEventFilter {
     struct PlaceQuestion {
         xcb_configure_notify_event_t event;
         unsigned int request;
+        bool isCheck;  ///< Of a place that the toolkit has been told already.
     };
     /// Whether a window is put away.
     struct StateQuestion {
@@ -56,6 +57,8 @@ class X11ToolkitEvents final : public QAbstractNativeEventFilter {
     bool keyboardChanged(const xcb_generic_event_t& event);
     bool entered(const xcb_ge_generic_event_t& event);
     bool configured(xcb_configure_notify_event_t& event);
+    void told(const xcb_configure_notify_event_t& event);
+    void askForPlace(const xcb_configure_notify_event_t& event, bool isCheck);
     bool propertyChanged(const xcb_property_notify_event_t& event);
     void ask(Question question);
     void takeAnswers();
@@ -73,6 +76,7 @@ class X11ToolkitEvents final : public QAbstractNativeEventFilter {
     xcb_atom_t netWmState_ = XCB_ATOM_NONE;
     xcb_atom_t wmState_ = XCB_ATOM_NONE;
     std::deque<Question> questions_;  ///< In the order in which the answers come.
+    std::map<xcb_window_t, xcb_configure_notify_event_t> configured_;  ///< The last of each window.
     std::set<xcb_window_t> putAway_;
     std::map<xcb_window_t, bool> arriving_;  ///< And whether the pointer was found in them.
     std::uint8_t inputOpcode_ = 0;           ///< Of the extension; 0 without it.

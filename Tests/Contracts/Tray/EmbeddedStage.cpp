@@ -47,9 +47,23 @@ QMenu* EmbeddedStage::menu() {
     return nullptr;
 }
 
-void EmbeddedStage::clickIcon(int button) {
+QLabel* EmbeddedStage::toolTip() {
+    for (QWidget* const widget : QApplication::topLevelWidgets()) {
+        auto* const label = qobject_cast<QLabel*>(widget);
+        if (label != nullptr && label->isVisible() && label->windowHandle()->isExposed()) {
+            return label;
+        }
+    }
+    return nullptr;
+}
+
+void EmbeddedStage::pointAtIcon() {
     ASSERT_TRUE(isInTray());
     server().movePointer(TestTray::left + TestTray::side / 2, options.top + TestTray::side / 2);
+}
+
+void EmbeddedStage::clickIcon(int button) {
+    pointAtIcon();
     server().press(button);
     server().release(button);
 }

@@ -5,6 +5,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QLabel>
 #include <QMenu>
 #include <QWindow>
 #include <optional>
@@ -54,6 +55,13 @@ class EmbeddedStage final : public StatusItemStage {
     /// none.
     static QMenu* menu();
 
+    void pointAtIcon();
+    /// Where the pointer is over nothing that the test looks at.
+    void park() { server().movePointer(990, 350); }
+
+    /// What is shown beside the icon under a resting pointer; none where there is none.
+    static QLabel* toolTip();
+
     static constexpr unsigned escapeKey = 0xFF1B;
     static constexpr unsigned returnKey = 0xFF0D;
     static constexpr unsigned downKey = 0xFF54;
@@ -63,8 +71,6 @@ class EmbeddedStage final : public StatusItemStage {
     FixedAppearance appearance;
 
   private:
-    /// Where the pointer is over nothing that the test looks at.
-    void park() { server().movePointer(990, 350); }
     static QAction* find(const QMenu& menu, const QString& text);
 
     std::optional<TestTray> tray_;

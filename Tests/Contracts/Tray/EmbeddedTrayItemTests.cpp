@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QImage>
 #include <QPalette>
 
 #include "Tests/Contracts/Tray/EmbeddedStage.h"
@@ -161,6 +162,64 @@ TEST_F(EmbeddedTrayItemTest, TheMenuIsLightOrDarkAsTheDesktopIs) {
     EXPECT_GT(light.first, light.second);
     EXPECT_LT(dark.first, dark.second);
     EXPECT_EQ(lightness(std::nullopt), light);
+}
+
+TEST_F(EmbeddedTrayItemTest, UnderARestingPointerTheToolTipIsBesideTheIcon) {
+    for (const int top : {0, 670}) {
+        stage.options.top = top;
+        start();
+        stage.pointAtIcon();
+        ASSERT_TRUE(waitUntil([&] { return stage.toolTip() != nullptr; }));
+        EXPECT_EQ(stage.toolTip()->text(), QStringLiteral("Velmora"));
+        const QRect tip = stage.toolTip()->geometry();
+        EXPECT_EQ(tip.left(), TestTray::left);
+        EXPECT_EQ(top == 0 ? tip.top() : tip.bottom(), top == 0 ? TestTray::side : top - 1);
+        EXPECT_EQ(QApplication::activeWindow(), nullptr);
+        stage.park();
+        EXPECT_TRUE(waitUntil([&] { return stage.toolTip() == nullptr; }));
+        stage.item().hide();
+        stage.loseTray();
+    }
+}
+
+TEST_F(EmbeddedTrayItemTest, APressShowsTheMenuInPlaceOfTheToolTip) {
+    start();
+    stage.pointAtIcon();
+    ASSERT_TRUE(waitUntil([&] { return stage.toolTip() != nullptr; }));
+    stage.clickIcon(1);
+    EXPECT_TRUE(comesToBeOpen(true));
+    EXPECT_EQ(stage.toolTip(), nullptr);
+    stage.closeMenu();
+    EXPECT_TRUE(comesToBeOpen(false));
+}
+
+TEST_F(EmbeddedTrayItemTest, TheToolTipGoesWithTheTray) {
+    start();
+    stage.pointAtIcon();
+    ASSERT_TRUE(waitUntil([&] { return stage.toolTip() != nullptr; }));
+    stage.loseTray();
+    EXPECT_TRUE(waitUntil([&] { return stage.toolTip() == nullptr; }));
+}
+
+TEST_F(EmbeddedTrayItemTest, TheToolTipIsLightOrDarkAsTheDesktopIs) {
+    start();
+    const auto lightness = [this](std::optional<DesktopAppearance::ColorScheme> scheme) {
+        stage.appearance.scheme = scheme;
+        stage.pointAtIcon();
+        if (!waitUntil([&] { return stage.toolTip() != nullptr; })) {
+            return std::pair(0, 0);
+        }
+        const QImage picture = stage.toolTip()->grab().toImage();
+        const int ground = picture.pixelColor(picture.width() / 2, 3).lightness();
+        const int text = stage.toolTip()->palette().color(QPalette::WindowText).lightness();
+        stage.park();
+        EXPECT_TRUE(waitUntil([&] { return stage.toolTip() == nullptr; }));
+        return std::pair(ground, text);
+    };
+    const auto light = lightness(DesktopAppearance::ColorScheme::light);
+    const auto dark = lightness(DesktopAppearance::ColorScheme::dark);
+    EXPECT_GT(light.first, light.second);
+    EXPECT_LT(dark.first, dark.second);
 }
 
 TEST_F(EmbeddedTrayItemTest, AnotherTrayThatTakesOverGetsTheIcon) {

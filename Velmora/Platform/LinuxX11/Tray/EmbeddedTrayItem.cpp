@@ -5,6 +5,7 @@
 
 #include "Velmora/Platform/LinuxX11/Tray/TrayIconWindow.h"
 #include "Velmora/Platform/LinuxX11/Tray/TrayMenu.h"
+#include "Velmora/Platform/LinuxX11/Tray/TrayToolTip.h"
 
 namespace velmora {
 
@@ -15,9 +16,12 @@ class EmbeddedTrayItem::Parts {
           const DesktopAppearance& appearance, const std::string& display)
         : delegate_(delegate),
           appearance_(appearance),
-          icon_(
-              look.icon, look.accessibilityLabel, [this](const QRect& icon) { open(icon); },
-              [this] { menu_.close(); }, display) {}
+          toolTip_(look.toolTip, appearance),
+          icon_(look.icon, look.accessibilityLabel,
+                {.pressed = [this](const QRect& icon) { open(icon); },
+                 .hovered = [this](const QRect& icon) { hovered(icon); },
+                 .lost = [this] { menu_.close(); }},
+                display) {}
     Parts(const Parts&) = delete;
     Parts& operator=(const Parts&) = delete;
     ~Parts() { menu_.close(); }
@@ -36,7 +40,16 @@ class EmbeddedTrayItem::Parts {
     }
 
   private:
+    void hovered(const QRect& icon) {
+        if (icon.isNull() || menu_.isOpen()) {
+            toolTip_.hide();
+        } else {
+            toolTip_.showSoon(icon);
+        }
+    }
+
     void open(const QRect& icon) {
+        toolTip_.hide();
         if (menu_.isOpen()) {
             menu_.close();
             return;
@@ -49,6 +62,7 @@ class EmbeddedTrayItem::Parts {
     StatusItemDelegate& delegate_;
     const DesktopAppearance& appearance_;
     TrayMenu menu_;
+    TrayToolTip toolTip_;
     TrayIconWindow icon_;
 };
 

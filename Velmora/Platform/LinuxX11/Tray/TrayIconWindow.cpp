@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <utility>
 
 #include "Velmora/Platform/LinuxX11/Tray/TrayIconPainter.h"
@@ -49,13 +50,12 @@ std::uint8_t depthOf(const xcb_screen_t& screen, xcb_visualid_t visual) {
 
 class TrayIconWindow::Parts {
   public:
-    Parts(std::vector<StatusIconPixmap> icon, std::string name, Pressed pressed, Lost lost,
+    Parts(std::vector<StatusIconPixmap> icon, std::string name, Handlers handlers,
           const std::string& display)
         : connection_(display),
           painter_(connection_, std::move(icon)),
           name_(std::move(name)),
-          pressed_(std::move(pressed)),
-          lost_(std::move(lost)),
+          handlers_(std::move(handlers)),
           pump_(
               connection_, [this](const xcb_generic_event_t& event) { handle(event); },
               [this] { finishBatch(); }) {
@@ -80,6 +80,7 @@ class TrayIconWindow::Parts {
     void destroyed(xcb_window_t window);
     void trayLeft();
     void pressed(const xcb_button_press_event_t& event);
+    void entered(const xcb_enter_notify_event_t& event);
     void finishBatch();
 
     void dock();
@@ -91,8 +92,7 @@ class TrayIconWindow::Parts {
     X11Connection connection_;
     TrayIconPainter painter_;
     std::string name_;
-    Pressed pressed_;
-    Lost lost_;
+    Handlers handlers_;
     xcb_window_t tray_ = XCB_WINDOW_NONE;
     xcb_window_t window_ = XCB_WINDOW_NONE;
     xcb_colormap_t colormap_ = XCB_NONE;
@@ -103,6 +103,7 @@ class TrayIconWindow::Parts {
     bool mayDock_ = false;
     bool isLost_ = false;
     QRect pressedAt_;
+    std::optional<QRect> hoveredAt_;  ///< News of the pointer.
     X11EventPump pump_;
 };
 
@@ -131,6 +132,12 @@ void TrayIconWindow::Parts::handle(const xcb_generic_event_t& event) {
             break;
         case XCB_BUTTON_PRESS:
             pressed(as(static_cast<xcb_button_press_event_t*>(nullptr)));
+            break;
+        case XCB_ENTER_NOTIFY:
+            entered(as(static_cast<xcb_enter_notify_event_t*>(nullptr)));
+            break;
+        case XCB_LEAVE_NOTIFY:
+            hoveredAt_ = QRect();
             break;
         default:
             break;
@@ -174,6 +181,14 @@ void TrayIconWindow::Parts::pressed(const xcb_button_press_event_t& event) {
     pressedAt_ = QRect(event.root_x - event.event_x, event.root_y - event.event_y, width_, height_);
 }
 
+void TrayIconWindow::Parts::entered(const xcb_enter_notify_event_t& event) {
+    // Where a menu lets the pointer go, it was there before.
+    if (event.event == window_ && event.mode == XCB_NOTIFY_MODE_NORMAL) {
+        hoveredAt_ =
+            QRect(event.root_x - event.event_x, event.root_y - event.event_y, width_, height_);
+    }
+}
+
 void TrayIconWindow::Parts::finishBatch() {
     if (std::exchange(mayDock_, false)) {
         dock();
@@ -181,16 +196,19 @@ void TrayIconWindow::Parts::finishBatch() {
     if (std::exchange(isDirty_, false) && window_ != XCB_WINDOW_NONE) {
         painter_.paint(window_, visual_, width_, height_);
     }
+    if (const auto icon = std::exchange(hoveredAt_, std::nullopt)) {
+        handlers_.hovered(*icon);
+    }
     if (!pressedAt_.isNull()) {
         // The press holds the pointer for this connection; the menu wants it for its own. The reply
         // says that it is free.
         xcb_connection_t* const c = connection_.get();
         xcb_ungrab_pointer(c, XCB_CURRENT_TIME);
         xcbOwned(xcb_get_input_focus_reply(c, xcb_get_input_focus(c), nullptr));
-        pressed_(std::exchange(pressedAt_, QRect()));
+        handlers_.pressed(std::exchange(pressedAt_, QRect()));
     }
     if (std::exchange(isLost_, false)) {
-        lost_();
+        handlers_.lost();
     }
 }
 
@@ -220,8 +238,9 @@ void TrayIconWindow::Parts::dock() {
 void TrayIconWindow::Parts::makeWindow(xcb_visualid_t wanted) {
     xcb_connection_t* const c = connection_.get();
     const xcb_screen_t& screen = connection_.screen();
-    constexpr std::uint32_t events =
-        XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_BUTTON_PRESS;
+    constexpr std::uint32_t events = XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_STRUCTURE_NOTIFY |
+                                     XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_ENTER_WINDOW |
+                                     XCB_EVENT_MASK_LEAVE_WINDOW;
     const bool isTranslucent = depthOf(screen, wanted) == 32;
     visual_ = isTranslucent ? wanted : screen.root_visual;
     width_ = height_ = firstSide;
@@ -286,13 +305,13 @@ void TrayIconWindow::Parts::takeAway() {
     }
     tray_ = XCB_WINDOW_NONE;
     pressedAt_ = QRect();
+    hoveredAt_ = QRect();
     xcb_flush(c);
 }
 
 TrayIconWindow::TrayIconWindow(std::vector<StatusIconPixmap> icon, const std::string& name,
-                               Pressed pressed, Lost lost, const std::string& display)
-    : parts_(std::make_unique<Parts>(std::move(icon), name, std::move(pressed), std::move(lost),
-                                     display)) {}
+                               Handlers handlers, const std::string& display)
+    : parts_(std::make_unique<Parts>(std::move(icon), name, std::move(handlers), display)) {}
 
 TrayIconWindow::~TrayIconWindow() = default;
 

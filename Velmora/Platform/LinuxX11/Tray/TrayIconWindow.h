@@ -16,15 +16,20 @@ namespace velmora {
 /// none. A connection of its own; never waits for another program. Main thread.
 class TrayIconWindow {
   public:
-    /// Called when the icon is pressed, with its place in the root window in native pixels.
-    using Pressed = std::function<void(const QRect& icon)>;
-    /// Called when the tray that had the icon is gone.
-    using Lost = std::function<void()>;
+    /// What is called of what happens to the icon. Its place is that in the root window, in native
+    /// pixels.
+    struct Handlers {
+        std::function<void(const QRect& icon)> pressed;
+        /// The pointer has come to the icon; null when it has left it, or the icon is gone.
+        std::function<void(const QRect& icon)> hovered;
+        /// The tray that had the icon is gone.
+        std::function<void()> lost;
+    };
 
     /// `name` is what panels may show of it. The display's name is empty for that of the
     /// environment.
-    TrayIconWindow(std::vector<StatusIconPixmap> icon, const std::string& name, Pressed pressed,
-                   Lost lost, const std::string& display = {});
+    TrayIconWindow(std::vector<StatusIconPixmap> icon, const std::string& name, Handlers handlers,
+                   const std::string& display = {});
     TrayIconWindow(const TrayIconWindow&) = delete;
     TrayIconWindow& operator=(const TrayIconWindow&) = delete;
     ~TrayIconWindow();

@@ -5,12 +5,11 @@
 #include <QApplication>
 #include <QCursor>
 #include <QMenu>
-#include <QPalette>
 #include <QScreen>
-#include <QStyleFactory>
 #include <algorithm>
 #include <utility>
 
+#include "Velmora/Platform/LinuxX11/Tray/TrayLook.h"
 #include "Velmora/Platform/LinuxX11/Tray/TrayMenuPlace.h"
 
 namespace velmora {
@@ -19,24 +18,6 @@ namespace {
 QString label(const std::string& title) {
     // One ampersand would mark a key of the keyboard.
     return QString::fromStdString(title).replace(QLatin1Char('&'), QStringLiteral("&&"));
-}
-
-QPalette menuPalette(bool dark) {
-    const QColor base = dark ? QColor(0x2A, 0x2A, 0x2C) : QColor(0xFA, 0xFA, 0xFA);
-    const QColor text = dark ? QColor(0xF2, 0xF2, 0xF4) : QColor(0x1C, 0x1C, 0x1E);
-    const QColor quiet = dark ? QColor(0x9A, 0x9A, 0xA0) : QColor(0x6E, 0x6E, 0x73);
-    const QPalette desktop = QGuiApplication::palette();
-    QPalette palette(base);
-    for (const auto role : {QPalette::Window, QPalette::Base, QPalette::Button}) {
-        palette.setColor(role, base);
-    }
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
-        palette.setColor(role, text);
-        palette.setColor(QPalette::Disabled, role, quiet);
-    }
-    palette.setColor(QPalette::Highlight, desktop.color(QPalette::Highlight));
-    palette.setColor(QPalette::HighlightedText, desktop.color(QPalette::HighlightedText));
-    return palette;
 }
 
 void show(QAction& action, const MenuItem& item) {
@@ -71,9 +52,8 @@ void TrayMenu::open(const std::vector<MenuItem>& items, const QRect& icon,
     menu_ = std::make_unique<QMenu>();
     closed_ = std::move(closed);
     items_ = items;
-    static QStyle* const style = QStyleFactory::create(QStringLiteral("Fusion"));
-    menu_->setStyle(style);
-    menu_->setPalette(menuPalette(scheme == DesktopAppearance::ColorScheme::dark));
+    menu_->setStyle(trayStyle());
+    menu_->setPalette(trayPalette(scheme));
     menu_->setAccessibleName(QStringLiteral("Velmora"));
     fill(*menu_, items_);
     connect(menu_.get(), &QMenu::aboutToHide, this, [this] { finish(); });
